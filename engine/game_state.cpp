@@ -1,0 +1,71 @@
+#include "engine/game_state.hpp"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+namespace zelvaine {
+
+GameState dealNewGame()
+{
+    SecureRandom random;
+    return dealNewGame(random);
+}
+
+GameState dealNewGame(RandomSource& random)
+{
+    std::vector<PlayingCard> cards = makeTwoDeckSet();
+    // Forward Fisher–Yates.
+    for (std::size_t i = 0; i + 1 < cards.size(); ++i) {
+        const std::size_t j = i + static_cast<std::size_t>(uniformBelow(random, cards.size() - i));
+        if (j != i) std::swap(cards[i], cards[j]);
+    }
+
+    GameState state;
+    state.tableau.resize(tableauColumnCount);
+    for (std::size_t c = 0; c < tableauColumnCount; ++c) {
+        const auto first = cards.begin() + static_cast<std::ptrdiff_t>(10 * c);
+        state.tableau[c].assign(first, first + 10);
+    }
+    state.foundations.resize(foundationCount);
+    for (std::size_t s = 0; s < handSlotCount; ++s) state.hand.emplace_back(cards[100 + s]);
+    return state;
+}
+
+bool isWellFormed(const GameState& state)
+{
+    if (state.tableau.size() != tableauColumnCount || state.foundations.size() != foundationCount ||
+        state.hand.size() != handSlotCount) {
+        return false;
+    }
+    std::unordered_set<Uuid> ids;
+    ids.reserve(2 * cardCount);
+    std::size_t count = 0;
+    auto add = [&](const PlayingCard& card) {
+        ++count;
+        ids.insert(card.id);
+    };
+    for (const Pile& column : state.tableau) std::ranges::for_each(column, add);
+    for (const Pile& pile : state.foundations) std::ranges::for_each(pile, add);
+    for (const HandSlot& slot : state.hand) {
+        if (slot) add(*slot);
+    }
+    return count == cardCount && ids.size() == cardCount;
+}
+
+bool isWon(const GameState& state)
+{
+    const bool columnsEmpty = std::ranges::all_of(state.tableau, &Pile::empty);
+    const bool handEmpty = std::ranges::none_of(state.hand, [](const HandSlot& slot) { return slot.has_value(); });
+    const bool foundationsComplete = std::ranges::all_of(state.foundations, [](const Pile& pile) {
+        return pile.size() == 13 && pile.back().rank == Rank::king;
+    });
+    return columnsEmpty && handEmpty && foundationsComplete;
+}
+
+std::size_t filledHandSlots(const GameState& state)
+{
+    return static_cast<std::size_t>(std::ranges::count_if(state.hand, [](const HandSlot& s) { return s.has_value(); }));
+}
+
+} // namespace zelvaine

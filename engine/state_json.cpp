@@ -1,0 +1,260 @@
+#include "engine/state_json.hpp"
+
+#include "engine/json_writer.hpp"
+
+#include <simdjson.h>
+
+namespace zelvaine {
+namespace {
+
+using simdjson::dom::element;
+using simdjson::dom::element_type;
+
+Unexpected<JsonError> failure(const std::string& path, std::string message)
+{
+    return Unexpected{JsonError{path, std::move(message)}};
+}
+
+std::string typeName(element_type type)
+{
+    switch (type) {
+    case element_type::ARRAY: return "an array";
+    case element_type::OBJECT: return "an object";
+    case element_type::INT64:
+    case element_type::UINT64: return "an integer";
+    case element_type::DOUBLE: return "a fractional number";
+    case element_type::STRING: return "a string";
+    case element_type::BOOL: return "a boolean";
+    case element_type::NULL_VALUE: return "null";
+    }
+    return "an unknown value";
+}
+
+Unexpected<JsonError> wrongType(const std::string& path, const element& value, std::string_view expected)
+{
+    return failure(path, "expected " + std::string(expected) + ", found " + typeName(value.type()));
+}
+
+std::string member(const std::string& path, std::string_view key)
+{
+    return path.empty() ? std::string(key) : path + "." + std::string(key);
+}
+
+std::string item(const std::string& path, std::size_t index) { return path + "[" + std::to_string(index) + "]"; }
+
+// Reads a required member of an object; the error names the key that is missing.
+JsonResult<element> required(const simdjson::dom::object& object, const std::string& path, std::string_view key)
+{
+    element value;
+    if (object.at_key(key).get(value) != simdjson::SUCCESS) {
+        return failure(path, "missing key \"" + std::string(key) + "\"");
+    }
+    return value;
+}
+
+JsonResult<std::int64_t> integer(const element& value, const std::string& path)
+{
+    std::int64_t number = 0;
+    if (value.get_int64().get(number) != simdjson::SUCCESS) return wrongType(path, value, "an integer");
+    return number;
+}
+
+JsonResult<Pile> decodePile(const element& value, const std::string& path)
+{
+    simdjson::dom::array array;
+    if (value.get_array().get(array) != simdjson::SUCCESS) return wrongType(path, value, "an array of cards");
+    Pile pile;
+    pile.reserve(array.size());
+    std::size_t index = 0;
+    for (element card : array) {
+        auto decoded = decodePlayingCard(card, item(path, index++));
+        if (!decoded) return Unexpected{decoded.error()};
+        pile.push_back(*decoded);
+    }
+    return pile;
+}
+
+JsonResult<std::vector<Pile>> decodePiles(const element& value, const std::string& path)
+{
+    simdjson::dom::array array;
+    if (value.get_array().get(array) != simdjson::SUCCESS) return wrongType(path, value, "an array of arrays");
+    std::vector<Pile> piles;
+    piles.reserve(array.size());
+    std::size_t index = 0;
+    for (element pile : array) {
+        auto decoded = decodePile(pile, item(path, index++));
+        if (!decoded) return Unexpected{decoded.error()};
+        piles.push_back(std::move(*decoded));
+    }
+    return piles;
+}
+
+JsonResult<std::vector<HandSlot>> decodeHand(const element& value, const std::string& path)
+{
+    simdjson::dom::array array;
+    if (value.get_array().get(array) != simdjson::SUCCESS) return wrongType(path, value, "an array");
+    std::vector<HandSlot> hand;
+    std::size_t index = 0;
+    for (element slot : array) {
+        const std::string slotPath = item(path, index++);
+        if (slot.is_null()) {
+            hand.emplace_back();
+            continue;
+        }
+        auto decoded = decodePlayingCard(slot, slotPath);
+        if (!decoded) return Unexpected{decoded.error()};
+        hand.emplace_back(*decoded);
+    }
+    return hand;
+}
+
+template <class T>
+JsonResult<T> parseWith(std::string_view json,
+                        JsonResult<T> (*decode)(const element&, const std::string&))
+{
+    simdjson::dom::parser parser;
+    element root;
+    const simdjson::padded_string padded(json);
+    if (auto error = parser.parse(padded).get(root); error != simdjson::SUCCESS) {
+        return failure("", std::string("not valid JSON (") + simdjson::error_message(error) + ")");
+    }
+    return decode(root, "");
+}
+
+} // namespace
+
+void appendJson(std::string& out, const PlayingCard& card)
+{
+    out += "{\"deck\":";
+    out += std::to_string(card.deck);
+    out += ",\"id\":\"";
+    out += card.id.text();
+    out += "\",\"rank\":";
+    out += std::to_string(rawValue(card.rank));
+    out += ",\"suit\":";
+    appendJsonString(out, rawValue(card.suit));
+    out += '}';
+}
+
+void appendJson(std::string& out, const GameState& state)
+{
+    auto appendPiles = [&out](const std::vector<Pile>& piles) {
+        out += '[';
+        for (std::size_t p = 0; p < piles.size(); ++p) {
+            if (p > 0) out += ',';
+            out += '[';
+            for (std::size_t c = 0; c < piles[p].size(); ++c) {
+                if (c > 0) out += ',';
+                appendJson(out, piles[p][c]);
+            }
+            out += ']';
+        }
+        out += ']';
+    };
+    out += "{\"foundations\":";
+    appendPiles(state.foundations);
+    out += ",\"hand\":[";
+    for (std::size_t s = 0; s < state.hand.size(); ++s) {
+        if (s > 0) out += ',';
+        if (state.hand[s]) {
+            appendJson(out, *state.hand[s]);
+        } else {
+            out += "null";
+        }
+    }
+    out += "],\"moveCount\":";
+    out += std::to_string(state.moveCount);
+    out += ",\"tableau\":";
+    appendPiles(state.tableau);
+    out += '}';
+}
+
+std::string toJson(const PlayingCard& card)
+{
+    std::string out;
+    appendJson(out, card);
+    return out;
+}
+
+std::string toJson(const GameState& state)
+{
+    std::string out;
+    out.reserve(12000);
+    appendJson(out, state);
+    return out;
+}
+
+JsonResult<PlayingCard> decodePlayingCard(const element& value, const std::string& path)
+{
+    simdjson::dom::object object;
+    if (value.get_object().get(object) != simdjson::SUCCESS) return wrongType(path, value, "a card object");
+
+    auto idValue = required(object, path, "id");
+    if (!idValue) return Unexpected{idValue.error()};
+    std::string_view idText;
+    if (idValue->get_string().get(idText) != simdjson::SUCCESS) return wrongType(member(path, "id"), *idValue, "a string");
+    const auto id = Uuid::parse(idText);
+    if (!id) return failure(member(path, "id"), "\"" + std::string(idText) + "\" is not a UUID");
+
+    auto suitValue = required(object, path, "suit");
+    if (!suitValue) return Unexpected{suitValue.error()};
+    std::string_view suitText;
+    if (suitValue->get_string().get(suitText) != simdjson::SUCCESS) {
+        return wrongType(member(path, "suit"), *suitValue, "a string");
+    }
+    const auto suit = suitFromRaw(suitText);
+    if (!suit) return failure(member(path, "suit"), "\"" + std::string(suitText) + "\" is not a suit");
+
+    auto rankValue = required(object, path, "rank");
+    if (!rankValue) return Unexpected{rankValue.error()};
+    auto rankNumber = integer(*rankValue, member(path, "rank"));
+    if (!rankNumber) return Unexpected{rankNumber.error()};
+    const auto rank = rankFromRaw(*rankNumber);
+    if (!rank) return failure(member(path, "rank"), std::to_string(*rankNumber) + " is not a rank from 1 to 13");
+
+    auto deckValue = required(object, path, "deck");
+    if (!deckValue) return Unexpected{deckValue.error()};
+    auto deck = integer(*deckValue, member(path, "deck"));
+    if (!deck) return Unexpected{deck.error()};
+
+    return PlayingCard{*id, *suit, *rank, *deck};
+}
+
+JsonResult<GameState> decodeGameState(const element& value, const std::string& path)
+{
+    simdjson::dom::object object;
+    if (value.get_object().get(object) != simdjson::SUCCESS) return wrongType(path, value, "a position object");
+
+    GameState state;
+    auto tableau = required(object, path, "tableau");
+    if (!tableau) return Unexpected{tableau.error()};
+    auto columns = decodePiles(*tableau, member(path, "tableau"));
+    if (!columns) return Unexpected{columns.error()};
+    state.tableau = std::move(*columns);
+
+    auto foundations = required(object, path, "foundations");
+    if (!foundations) return Unexpected{foundations.error()};
+    auto piles = decodePiles(*foundations, member(path, "foundations"));
+    if (!piles) return Unexpected{piles.error()};
+    state.foundations = std::move(*piles);
+
+    auto hand = required(object, path, "hand");
+    if (!hand) return Unexpected{hand.error()};
+    auto slots = decodeHand(*hand, member(path, "hand"));
+    if (!slots) return Unexpected{slots.error()};
+    state.hand = std::move(*slots);
+
+    auto moveCount = required(object, path, "moveCount");
+    if (!moveCount) return Unexpected{moveCount.error()};
+    auto count = integer(*moveCount, member(path, "moveCount"));
+    if (!count) return Unexpected{count.error()};
+    state.moveCount = *count;
+
+    return state;
+}
+
+JsonResult<PlayingCard> playingCardFromJson(std::string_view json) { return parseWith<PlayingCard>(json, decodePlayingCard); }
+
+JsonResult<GameState> gameStateFromJson(std::string_view json) { return parseWith<GameState>(json, decodeGameState); }
+
+} // namespace zelvaine

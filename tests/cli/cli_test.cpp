@@ -1,0 +1,177 @@
+// Runs the built zelvaine-cli as a script would and checks its answers and exit statuses.
+
+#include "engine/state_json.hpp"
+#include "tests/support/positions.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <sys/wait.h>
+
+namespace zelvaine {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct CliRun {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+std::string slurp(const fs::path& path)
+{
+    std::ifstream file(path);
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+class Cli : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        dir_ = fs::temp_directory_path() /
+               ("zelvaine-cli-test-" + std::to_string(::getpid()) + "-" +
+                ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::create_directories(dir_);
+    }
+    void TearDown() override { fs::remove_all(dir_); }
+
+    std::string save(const GameState& state, const std::string& name = "state.json")
+    {
+        return write(toJson(state), name);
+    }
+    std::string write(const std::string& text, const std::string& name)
+    {
+        std::ofstream(dir_ / name) << text;
+        return (dir_ / name).string();
+    }
+
+    // Arguments are passed through the shell; tests use only plain words and file names.
+    CliRun run(const std::string& arguments, const std::string& input = "")
+    {
+        const auto in = write(input, "stdin.txt");
+        const std::string command = std::string(ZELVAINE_CLI_PATH) + " " + arguments + " <" + in + " >" +
+                                    (dir_ / "out.txt").string() + " 2>" + (dir_ / "err.txt").string();
+        const int raw = std::system(command.c_str());
+        CliRun result;
+        result.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
+        result.out = slurp(dir_ / "out.txt");
+        result.err = slurp(dir_ / "err.txt");
+        return result;
+    }
+
+    fs::path dir_;
+};
+
+GameState smallBoard()
+{
+    GameState s = testing::emptyBoard();
+    s.tableau[0] = testing::cards("9C 8H");
+    s.tableau[3] = testing::cards("9S");
+    s.hand[1] = testing::card("AD");
+    s.foundations[2] = testing::foundationUpTo("2C");
+    s.moveCount = 5;
+    return s;
+}
+
+TEST_F(Cli, DealPrintsAFreshWellFormedPosition)
+{
+    const CliRun r = run("deal");
+    ASSERT_EQ(r.status, 0) << r.err;
+    auto state = gameStateFromJson(r.out);
+    ASSERT_TRUE(state) << state.error().describe();
+    EXPECT_TRUE(isWellFormed(*state));
+    EXPECT_EQ(state->moveCount, 0);
+}
+
+TEST_F(Cli, MoveReportsEachOutcome)
+{
+    const auto file = save(smallBoard());
+
+    const CliRun moved = run("move " + file + " tableau:0:1 tableau:3");
+    ASSERT_EQ(moved.status, 0) << moved.err;
+    const std::string prefix = R"({"outcome":"moved","counted":true,"fromFoundation":false,"state":)";
+    ASSERT_EQ(moved.out.substr(0, prefix.size()), prefix);
+    auto after = gameStateFromJson(moved.out.substr(prefix.size(), moved.out.size() - prefix.size() - 2));
+    ASSERT_TRUE(after) << after.error().describe();
+    EXPECT_EQ(after->tableau[3].size(), 2U);
+    EXPECT_EQ(after->moveCount, 6);
+
+    EXPECT_TRUE(run("move " + file + " foundation:2 hand:0")
+                    .out.starts_with(R"({"outcome":"moved","counted":true,"fromFoundation":true,"state":)"));
+    EXPECT_TRUE(run("move " + file + " hand:1 hand:3")
+                    .out.starts_with(R"({"outcome":"moved","counted":false,"fromFoundation":false,"state":)"));
+    EXPECT_EQ(run("move " + file + " tableau:0:1 tableau:0").out, "{\"outcome\":\"ignored\"}\n");
+    EXPECT_EQ(run("move " + file + " tableau:3:0 tableau:0").out,
+              "{\"outcome\":\"refused\",\"reason\":\"nine must land on an opposite-color ten. eight of hearts "
+              "cannot accept it.\"}\n");
+    // Off the board is a normal refusal, not a failure.
+    const CliRun offBoard = run("move " + file + " tableau:99:-4 foundation:12");
+    EXPECT_EQ(offBoard.status, 0);
+    EXPECT_EQ(offBoard.out, "{\"outcome\":\"refused\",\"reason\":\"That card is not available.\"}\n");
+}
+
+TEST_F(Cli, HintDestinationAndFinish)
+{
+    const auto file = save(smallBoard());
+    EXPECT_EQ(run("hint " + file).out, "{\"source\":\"hand:1\",\"text\":\"Move ace of diamonds to foundation 1.\"}\n");
+    EXPECT_EQ(run("destination " + file + " hand:1").out, "{\"automatic\":\"foundation:0\",\"foundation\":0}\n");
+    EXPECT_EQ(run("destination " + file + " tableau:0:1").out, "{\"automatic\":\"tableau:3\",\"foundation\":null}\n");
+    EXPECT_EQ(run("destination " + file + " hand:0").out, "{\"automatic\":null,\"foundation\":null}\n");
+
+    const CliRun finish = run("finish " + file);
+    EXPECT_TRUE(finish.out.starts_with(
+        R"({"hasNoBlockedKing":true,"canAutoComplete":false,"next":{"source":"hand:1","foundationIndex":0,"card":{)"))
+        << finish.out;
+
+    GameState stuck = testing::emptyBoard();
+    stuck.tableau[0] = testing::cards("5S");
+    stuck.hand = {testing::card("5C"), testing::card("5C"), testing::card("5C"), testing::card("5C")};
+    const auto stuckFile = save(stuck, "stuck.json");
+    EXPECT_EQ(run("hint " + stuckFile).out,
+              "{\"source\":null,\"text\":\"No immediate move found. Undo or start a new deal.\"}\n");
+    EXPECT_EQ(run("finish " + stuckFile).out, "{\"hasNoBlockedKing\":true,\"canAutoComplete\":false,\"next\":null}\n");
+}
+
+TEST_F(Cli, ReadsThePositionFromStandardInput)
+{
+    const CliRun r = run("hint -", toJson(smallBoard()));
+    EXPECT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out, "{\"source\":\"hand:1\",\"text\":\"Move ace of diamonds to foundation 1.\"}\n");
+}
+
+TEST_F(Cli, BadInputIsOneLineOnStderrAndStatusTwo)
+{
+    const auto file = save(smallBoard());
+    const auto broken = write(R"({"tableau":[],"foundations":[],"hand":[]})", "broken.json");
+    struct Case {
+        std::string arguments;
+        std::string message;
+    };
+    const Case cases[] = {
+        {"hint " + broken, "zelvaine-cli: unreadable position: missing key \"moveCount\"\n"},
+        {"hint " + (dir_ / "absent.json").string(), "zelvaine-cli: cannot read position file"},
+        {"move " + file + " column:1 hand", "zelvaine-cli: bad source \"column:1\""},
+        {"move " + file + " hand:1 hand:x", "zelvaine-cli: bad destination \"hand:x\""},
+        {"move " + file + " hand:1", "zelvaine-cli: 'move' takes 3 arguments\n"},
+        {"shuffle", "zelvaine-cli: unknown command \"shuffle\"\n"},
+        {"", "zelvaine-cli: missing command\n"},
+    };
+    for (const auto& [arguments, message] : cases) {
+        const CliRun r = run(arguments);
+        EXPECT_EQ(r.status, 2) << arguments;
+        EXPECT_EQ(r.out, "") << arguments;
+        EXPECT_EQ(r.err.substr(0, message.size()), message) << arguments;
+    }
+    const CliRun notJson = run("hint -", "{\"tableau\":");
+    EXPECT_EQ(notJson.status, 2);
+    EXPECT_EQ(notJson.err.substr(0, 51), "zelvaine-cli: unreadable position: not valid JSON (");
+}
+
+} // namespace
+} // namespace zelvaine

@@ -1,0 +1,61 @@
+#include "tests/support/positions.hpp"
+
+#include <charconv>
+#include <stdexcept>
+#include <string>
+
+namespace zelvaine::testing {
+
+PlayingCard card(std::string_view text, std::int64_t deck)
+{
+    if (text.size() < 2) throw std::invalid_argument("card text too short: " + std::string(text));
+    const char suitLetter = text.back();
+    const std::string_view rankText = text.substr(0, text.size() - 1);
+    int rank = 0;
+    if (rankText == "A") rank = 1;
+    else if (rankText == "J") rank = 11;
+    else if (rankText == "Q") rank = 12;
+    else if (rankText == "K") rank = 13;
+    else std::from_chars(rankText.data(), rankText.data() + rankText.size(), rank);
+    const auto parsedRank = rankFromRaw(rank);
+    const std::string_view suitLetters = "CDHS";
+    const auto suitIndex = suitLetters.find(suitLetter);
+    if (!parsedRank || suitIndex == std::string_view::npos) {
+        throw std::invalid_argument("bad card text: " + std::string(text));
+    }
+    return PlayingCard{Uuid::random(), allSuits[suitIndex], *parsedRank, deck};
+}
+
+Pile cards(std::string_view texts)
+{
+    Pile pile;
+    while (!texts.empty()) {
+        const auto space = texts.find(' ');
+        const auto word = texts.substr(0, space);
+        if (!word.empty()) pile.push_back(card(word));
+        if (space == std::string_view::npos) break;
+        texts.remove_prefix(space + 1);
+    }
+    return pile;
+}
+
+GameState emptyBoard()
+{
+    GameState state;
+    state.tableau.resize(tableauColumnCount);
+    state.foundations.resize(foundationCount);
+    state.hand.resize(handSlotCount);
+    return state;
+}
+
+Pile foundationUpTo(std::string_view top)
+{
+    const PlayingCard last = card(top);
+    Pile pile;
+    for (int rank = 1; rank <= rawValue(last.rank); ++rank) {
+        pile.push_back(PlayingCard{Uuid::random(), last.suit, static_cast<Rank>(rank), 0});
+    }
+    return pile;
+}
+
+} // namespace zelvaine::testing

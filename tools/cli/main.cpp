@@ -1,0 +1,203 @@
+// zelvaine-cli: the rules engine for scripts. Every answer is one JSON object on stdout;
+// a problem with the arguments or the position is one line on stderr and exit status 2.
+
+#include "engine/auto_complete.hpp"
+#include "engine/hints.hpp"
+#include "engine/json_writer.hpp"
+#include "engine/move_rules.hpp"
+#include "engine/state_json.hpp"
+#include "tools/cli/board_text.hpp"
+#include "tools/cli/move_text.hpp"
+
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <span>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+namespace zelvaine::cli {
+namespace {
+
+constexpr std::string_view usage =
+    "usage: zelvaine-cli deal\n"
+    "       zelvaine-cli move STATE SOURCE DESTINATION\n"
+    "       zelvaine-cli hint STATE\n"
+    "       zelvaine-cli destination STATE SOURCE\n"
+    "       zelvaine-cli finish STATE\n"
+    "       zelvaine-cli show STATE\n"
+    "STATE is a position file, or - for standard input.\n"
+    "SOURCE: tableau:C:I, hand:I or foundation:I; DESTINATION: tableau:C, foundation:F, hand or hand:S.\n";
+
+struct UsageError {
+    std::string message;
+};
+
+std::string readAll(std::string_view path)
+{
+    std::ostringstream text;
+    if (path == "-") {
+        text << std::cin.rdbuf();
+        return text.str();
+    }
+    std::ifstream file{std::string(path), std::ios::binary};
+    if (!file) throw UsageError{"cannot read position file \"" + std::string(path) + "\""};
+    text << file.rdbuf();
+    return text.str();
+}
+
+GameState loadState(std::string_view path)
+{
+    auto state = gameStateFromJson(readAll(path));
+    if (!state) throw UsageError{"unreadable position: " + state.error().describe()};
+    return std::move(*state);
+}
+
+MoveSource sourceArgument(std::string_view text)
+{
+    if (auto source = parseMoveSource(text)) return *source;
+    throw UsageError{"bad source \"" + std::string(text) + "\" (expected tableau:C:I, hand:I or foundation:I)"};
+}
+
+MoveDestination destinationArgument(std::string_view text)
+{
+    if (auto destination = parseMoveDestination(text)) return *destination;
+    throw UsageError{"bad destination \"" + std::string(text) +
+                     "\" (expected tableau:C, foundation:F, hand or hand:S)"};
+}
+
+void expectArguments(std::span<const std::string_view> args, std::size_t count)
+{
+    if (args.size() != count) {
+        throw UsageError{"'" + std::string(args[0]) + "' takes " + std::to_string(count - 1) + " argument" +
+                         (count == 2 ? "" : "s")};
+    }
+}
+
+std::string moveCommand(std::span<const std::string_view> args)
+{
+    expectArguments(args, 4);
+    const GameState state = loadState(args[1]);
+    const MoveOutcome outcome = applyMove(state, sourceArgument(args[2]), destinationArgument(args[3]));
+    std::string out;
+    if (const auto* moved = std::get_if<MoveMoved>(&outcome)) {
+        out = "{\"outcome\":\"moved\",\"counted\":";
+        out += moved->counted ? "true" : "false";
+        out += ",\"fromFoundation\":";
+        out += moved->fromFoundation ? "true" : "false";
+        out += ",\"state\":";
+        appendJson(out, moved->state);
+        out += '}';
+    } else if (const auto* refused = std::get_if<MoveRefused>(&outcome)) {
+        out = "{\"outcome\":\"refused\",\"reason\":";
+        appendJsonString(out, refused->reason);
+        out += '}';
+    } else {
+        out = "{\"outcome\":\"ignored\"}";
+    }
+    return out;
+}
+
+std::string hintCommand(std::span<const std::string_view> args)
+{
+    expectArguments(args, 2);
+    const Hint hint = findHint(loadState(args[1]));
+    std::string out = "{\"source\":";
+    if (hint.source) {
+        appendJsonString(out, toString(*hint.source));
+    } else {
+        out += "null";
+    }
+    out += ",\"text\":";
+    appendJsonString(out, hint.text);
+    out += '}';
+    return out;
+}
+
+std::string destinationCommand(std::span<const std::string_view> args)
+{
+    expectArguments(args, 3);
+    const GameState state = loadState(args[1]);
+    const MoveSource source = sourceArgument(args[2]);
+    const auto automatic = automaticDestination(state, source);
+    const auto foundation = foundationDestination(state, source);
+    std::string out = "{\"automatic\":";
+    if (automatic) {
+        appendJsonString(out, toString(*automatic));
+    } else {
+        out += "null";
+    }
+    out += ",\"foundation\":";
+    out += foundation ? std::to_string(*foundation) : "null";
+    out += '}';
+    return out;
+}
+
+std::string finishCommand(std::span<const std::string_view> args)
+{
+    expectArguments(args, 2);
+    const GameState state = loadState(args[1]);
+    std::string out = "{\"hasNoBlockedKing\":";
+    out += hasNoBlockedKing(state) ? "true" : "false";
+    out += ",\"canAutoComplete\":";
+    out += canAutoComplete(state) ? "true" : "false";
+    out += ",\"next\":";
+    if (const auto step = nextFoundationAutoMove(state)) {
+        out += "{\"source\":";
+        appendJsonString(out, toString(step->source));
+        out += ",\"foundationIndex\":" + std::to_string(step->foundationIndex) + ",\"card\":";
+        appendJson(out, step->card);
+        out += '}';
+    } else {
+        out += "null";
+    }
+    out += '}';
+    return out;
+}
+
+int run(std::span<const std::string_view> args)
+{
+    if (args.empty()) throw UsageError{"missing command"};
+    const std::string_view command = args[0];
+    std::string out;
+    if (command == "deal") {
+        expectArguments(args, 1);
+        out = toJson(dealNewGame());
+    } else if (command == "move") {
+        out = moveCommand(args);
+    } else if (command == "hint") {
+        out = hintCommand(args);
+    } else if (command == "destination") {
+        out = destinationCommand(args);
+    } else if (command == "finish") {
+        out = finishCommand(args);
+    } else if (command == "show") {
+        expectArguments(args, 2);
+        std::cout << boardText(loadState(args[1]));
+        return 0;
+    } else if (command == "help" || command == "--help" || command == "-h") {
+        std::cout << usage;
+        return 0;
+    } else {
+        throw UsageError{"unknown command \"" + std::string(command) + "\""};
+    }
+    std::cout << out << '\n';
+    return 0;
+}
+
+} // namespace
+} // namespace zelvaine::cli
+
+int main(int argc, char** argv)
+{
+    std::vector<std::string_view> args(argv + 1, argv + argc);
+    try {
+        return zelvaine::cli::run(args);
+    } catch (const zelvaine::cli::UsageError& error) {
+        std::cerr << "zelvaine-cli: " << error.message << '\n';
+        if (args.empty()) std::cerr << zelvaine::cli::usage;
+        return 2;
+    }
+}
