@@ -1,0 +1,414 @@
+#include "store/game_store.hpp"
+
+#include "engine/hints.hpp"
+#include "engine/localizer.hpp"
+#include "engine/move_rules.hpp"
+#include "store/saved_game.hpp"
+
+namespace zelvaine {
+namespace {
+
+constexpr double doubleTapInterval = 0.38;
+
+std::optional<SavedGame> restore(const DefaultsStore& defaults)
+{
+    const auto blob = defaults.data(savedGameKey);
+    if (!blob) return std::nullopt;
+    return restoreSavedGame(std::string_view(reinterpret_cast<const char*>(blob->data()), blob->size())).game;
+}
+
+std::vector<std::string> encodeAll(const std::vector<GameState>& positions)
+{
+    std::vector<std::string> encoded;
+    encoded.reserve(positions.size());
+    for (const auto& p : positions) encoded.push_back(toJson(p));
+    return encoded;
+}
+
+} // namespace
+
+GameStore::GameStore(std::optional<GameState> initialGame, DefaultsStore& defaults, SoundCues& sound, UptimeClock clock)
+    : defaults_(defaults), sound_(sound), clock_(std::move(clock)), shouldPersist_(!initialGame)
+{
+    if (initialGame) {
+        state_ = *initialGame;
+        initialState_ = std::move(*initialGame);
+    } else if (auto saved = restore(defaults_)) {
+        state_ = std::move(saved->currentState);
+        initialState_ = std::move(saved->initialState);
+        history_ = std::move(saved->history);
+        redoHistory_ = std::move(saved->redoHistory);
+        challenge_ = saved->challenge;
+        historyJson_ = encodeAll(history_);
+        redoJson_ = encodeAll(redoHistory_);
+    } else {
+        state_ = dealNewGame();
+        initialState_ = state_;
+    }
+    initialJson_ = toJson(initialState_);
+}
+
+std::string GameStore::gameIdentifier() const
+{
+    for (const Pile& column : initialState_.tableau) {
+        if (!column.empty()) return column.front().id.text();
+    }
+    for (const HandSlot& slot : initialState_.hand) {
+        if (slot) return slot->id.text();
+    }
+    return "empty-deal";
+}
+
+void GameStore::setSelection(std::optional<MoveSource> selection)
+{
+    assign(selection_, std::move(selection), GameStoreProperty::selection);
+}
+
+void GameStore::setShowRules(bool show) { assign(showRules_, show, GameStoreProperty::showRules); }
+
+void GameStore::setIsImportingGame(bool importing)
+{
+    assign(isImportingGame_, importing, GameStoreProperty::isImportingGame);
+}
+
+void GameStore::clearMessage()
+{
+    assign(message_, std::nullopt, GameStoreProperty::message);
+    assign(messageKind_, std::nullopt, GameStoreProperty::messageKind);
+}
+
+void GameStore::setState(GameState state)
+{
+    stateJson_.reset();
+    assign(state_, std::move(state), GameStoreProperty::state);
+}
+
+const std::string& GameStore::stateJson()
+{
+    if (!stateJson_) stateJson_ = toJson(state_);
+    return *stateJson_;
+}
+
+void GameStore::pushHistory()
+{
+    historyJson_.push_back(stateJson());
+    history_.push_back(state_);
+}
+
+void GameStore::clearTransients()
+{
+    setSelection(std::nullopt);
+    clearMessage();
+}
+
+void GameStore::setConfirmation(std::optional<GameConfirmation> confirmation)
+{
+    assign(confirmation_, confirmation, GameStoreProperty::confirmation);
+}
+
+void GameStore::setChallenge(GameChallengeRecord challenge)
+{
+    assign(challenge_, challenge, GameStoreProperty::challenge);
+}
+
+void GameStore::replaceDeal(GameState current, GameState initial, GameChallengeRecord challenge)
+{
+    setState(std::move(current));
+    initialState_ = std::move(initial);
+    initialJson_ = toJson(initialState_);
+    history_.clear();
+    historyJson_.clear();
+    redoHistory_.clear();
+    redoJson_.clear();
+    setChallenge(challenge);
+    clearTransients();
+}
+
+void GameStore::newGame()
+{
+    GameState deal = dealNewGame();
+    replaceDeal(deal, deal, {});
+    setConfirmation(std::nullopt);
+    persist();
+    sound_.playDeal();
+}
+
+void GameStore::restartGame()
+{
+    if (!hasProgress()) {
+        setConfirmation(std::nullopt);
+        return;
+    }
+    pushHistory();
+    redoHistory_.clear();
+    redoJson_.clear();
+    GameChallengeRecord challenge = challenge_;
+    challenge.usedRestart = true;
+    setChallenge(challenge);
+    setState(initialState_);
+    stateJson_ = initialJson_;
+    clearTransients();
+    setConfirmation(std::nullopt);
+    persist();
+    sound_.play(restartCue, restartCueVolume);
+}
+
+void GameStore::undo()
+{
+    if (history_.empty()) return;
+    GameState previous = std::move(history_.back());
+    std::string previousJson = std::move(historyJson_.back());
+    history_.pop_back();
+    historyJson_.pop_back();
+    GameChallengeRecord challenge = challenge_;
+    challenge.usedUndo = true;
+    setChallenge(challenge);
+    redoJson_.push_back(stateJson());
+    redoHistory_.push_back(state_);
+    setState(std::move(previous));
+    stateJson_ = std::move(previousJson);
+    clearTransients();
+    persist();
+}
+
+void GameStore::redo()
+{
+    if (redoHistory_.empty()) return;
+    GameState next = std::move(redoHistory_.back());
+    std::string nextJson = std::move(redoJson_.back());
+    redoHistory_.pop_back();
+    redoJson_.pop_back();
+    pushHistory();
+    setState(std::move(next));
+    stateJson_ = std::move(nextJson);
+    clearTransients();
+    persist();
+}
+
+void GameStore::requestNewGame()
+{
+    if (!confirmation_) setConfirmation(GameConfirmation::newGame);
+}
+
+void GameStore::requestRestart()
+{
+    if (hasProgress() && !confirmation_) setConfirmation(GameConfirmation::restartGame);
+}
+
+void GameStore::dismissConfirmation()
+{
+    if (confirmation_ != GameConfirmation::autoComplete) pendingSharedGame_.reset();
+    setConfirmation(std::nullopt);
+}
+
+void GameStore::offerAutoComplete()
+{
+    if (!confirmation_) setConfirmation(GameConfirmation::autoComplete);
+}
+
+void GameStore::enterAutoComplete()
+{
+    setConfirmation(std::nullopt);
+    GameChallengeRecord challenge = challenge_;
+    challenge.usedAutoComplete = true;
+    setChallenge(challenge);
+    persist();
+    clearTransients();
+    lastTap_.reset();
+}
+
+bool GameStore::move(const MoveSource& source, const MoveDestination& destination)
+{
+    MoveOutcome outcome = applyMove(state_, source, destination);
+    if (auto* refused = std::get_if<MoveRefused>(&outcome)) {
+        refuse(refused->reason);
+        return false;
+    }
+    if (std::holds_alternative<MoveIgnored>(outcome)) {
+        setSelection(std::nullopt);
+        return false;
+    }
+    auto& moved = std::get<MoveMoved>(outcome);
+    if (moved.counted) pushHistory();
+    if (moved.fromFoundation) {
+        GameChallengeRecord challenge = challenge_;
+        challenge.movedCardFromFoundation = true;
+        setChallenge(challenge);
+    }
+    redoHistory_.clear();
+    redoJson_.clear();
+    setState(std::move(moved.state));
+    clearTransients();
+    persist();
+    sound_.playPlacement();
+    return true;
+}
+
+void GameStore::moveToFoundation(const MoveSource& source)
+{
+    const auto cards = movableCardsView(state_, source);
+    if (!cards || cards->size() != 1) return;
+    if (const auto foundation = foundationDestination(state_, source)) {
+        move(source, MoveDestination::foundation(*foundation));
+    } else {
+        refuse(noFoundationAcceptsText(cards->front()));
+    }
+}
+
+bool GameStore::autoMove(const MoveSource& source)
+{
+    const auto destination = automaticDestination(state_, source);
+    return destination && move(source, *destination);
+}
+
+bool GameStore::performAutoMove(const FoundationAutoMove& planned)
+{
+    if (nextFoundationAutoMove(state_) != planned) return false;
+    return move(planned.source, MoveDestination::foundation(planned.foundationIndex));
+}
+
+bool GameStore::canMove(const MoveSource& source, const MoveDestination& destination) const
+{
+    return zelvaine::canMove(state_, source, destination);
+}
+
+bool GameStore::canMoveToAnyFoundation(const MoveSource& source) const
+{
+    return zelvaine::canMoveToAnyFoundation(state_, source);
+}
+
+void GameStore::toggleSelection(const MoveSource& source)
+{
+    if (!movableCardsView(state_, source)) return;
+    setSelection(selection_ == source ? std::nullopt : std::optional(source));
+}
+
+bool GameStore::handleTap(const MoveDestination& destination, const MoveSource& tapped)
+{
+    if (!selection_) return false;
+    if (canMove(*selection_, destination)) return move(*selection_, destination);
+    if (tapped == *selection_) {
+        setSelection(std::nullopt);
+    } else if (movableCardsView(state_, tapped)) {
+        setSelection(tapped);
+    } else {
+        setSelection(std::nullopt);
+    }
+    clearMessage();
+    lastTap_.reset();
+    return false;
+}
+
+bool GameStore::registerTap(const MoveSource& source)
+{
+    const double now = clock_();
+    if (lastTap_ && lastTap_->source == source && now - lastTap_->time < doubleTapInterval) {
+        lastTap_.reset();
+        return true;
+    }
+    lastTap_ = Tap{source, now};
+    return false;
+}
+
+void GameStore::showHint()
+{
+    GameChallengeRecord challenge = challenge_;
+    challenge.usedHint = true;
+    setChallenge(challenge);
+    persist();
+    assign(messageKind_, GameMessageKind::hint, GameStoreProperty::messageKind);
+    Hint hint = findHint(state_);
+    if (hint.source) setSelection(hint.source);
+    assign(message_, std::move(hint.text), GameStoreProperty::message);
+}
+
+std::optional<ZelvaineGameDocumentError> GameStore::prepareSharedGame(const ZelvaineGameDocument& document)
+{
+    if (confirmation_) return std::nullopt;
+    auto states = document.makeStates();
+    if (!states) return states.error();
+    pendingSharedGame_ = SharedGame{std::move(states->current), std::move(states->initial)};
+    setConfirmation(GameConfirmation::openSharedGame);
+    return std::nullopt;
+}
+
+void GameStore::openPendingSharedGame()
+{
+    if (!pendingSharedGame_) {
+        setConfirmation(std::nullopt);
+        return;
+    }
+    SharedGame game = std::move(*pendingSharedGame_);
+    replaceDeal(std::move(game.current), std::move(game.initial), GameChallengeRecord::imported());
+    pendingSharedGame_.reset();
+    setConfirmation(std::nullopt);
+    persist();
+    sound_.play(restartCue, restartCueVolume);
+}
+
+void GameStore::rejectSharedGame(const std::optional<std::string>& description)
+{
+    pendingSharedGame_.reset();
+    setConfirmation(std::nullopt);
+    publishMessage(GameMessageKind::notice,
+                   description ? *description
+                               : localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine could not open that game file.")));
+}
+
+std::optional<ZelvaineGameDocument> GameStore::makeDocument() const
+{
+    if (!isWellFormed(state_) || !isWellFormed(initialState_)) return std::nullopt;
+    return ZelvaineGameDocument::fromStates(state_, initialState_);
+}
+
+void GameStore::publishMessage(GameMessageKind kind, std::string text)
+{
+    assign(messageKind_, kind, GameStoreProperty::messageKind);
+    assign(message_, std::move(text), GameStoreProperty::message);
+}
+
+void GameStore::refuse(const std::string& text)
+{
+    setSelection(std::nullopt);
+    refuseKeepingSelection(text);
+}
+
+void GameStore::refuseKeepingSelection(const std::string& text)
+{
+    publishMessage(GameMessageKind::moveFeedback, text);
+    sound_.play(refusalCue, refusalCueVolume);
+}
+
+void GameStore::persist()
+{
+    if (!shouldPersist_) return;
+    if (persistenceDeferralCount_ == 0) {
+        persistNow();
+    } else {
+        hasDeferredPersistence_ = true;
+    }
+}
+
+void GameStore::persistNow()
+{
+    if (!shouldPersist_) return;
+    const std::string json = assembleSavedGame(stateJson(), initialJson_, historyJson_, redoJson_, challenge_);
+    defaults_.set(savedGameKey, DefaultsData(json.begin(), json.end()));
+    hasDeferredPersistence_ = false;
+}
+
+void GameStore::beginDeferringPersistence() { ++persistenceDeferralCount_; }
+
+void GameStore::endDeferringPersistence()
+{
+    if (persistenceDeferralCount_ == 0) return;
+    --persistenceDeferralCount_;
+    if (persistenceDeferralCount_ == 0 && hasDeferredPersistence_) persistNow();
+}
+
+void GameStore::flushDeferredPersistence()
+{
+    if (hasDeferredPersistence_) persistNow();
+}
+
+} // namespace zelvaine

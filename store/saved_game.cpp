@@ -1,0 +1,151 @@
+#include "store/saved_game.hpp"
+
+#include <simdjson.h>
+
+#include <algorithm>
+
+namespace zelvaine {
+namespace {
+
+using simdjson::dom::element;
+
+// A key that is absent or null reads as "not there".
+std::optional<element> optionalMember(const simdjson::dom::object& object, std::string_view key)
+{
+    element value;
+    if (object.at_key(key).get(value) != simdjson::SUCCESS || value.is_null()) return std::nullopt;
+    return value;
+}
+
+JsonResult<std::vector<GameState>> decodePositions(const element& value, const std::string& path)
+{
+    simdjson::dom::array array;
+    if (value.get_array().get(array) != simdjson::SUCCESS) return Unexpected{JsonError{path, "expected an array"}};
+    std::vector<GameState> positions;
+    positions.reserve(array.size());
+    std::size_t index = 0;
+    for (element item : array) {
+        auto position = decodeGameState(item, path + "[" + std::to_string(index++) + "]");
+        if (!position) return Unexpected{position.error()};
+        positions.push_back(std::move(*position));
+    }
+    return positions;
+}
+
+JsonResult<SavedGame> decodeSavedGame(const element& root)
+{
+    simdjson::dom::object object;
+    if (root.get_object().get(object) != simdjson::SUCCESS) return Unexpected{JsonError{"", "expected an object"}};
+
+    SavedGame game;
+    for (auto [key, target] : {std::pair{"currentState", &game.currentState}, std::pair{"initialState", &game.initialState}}) {
+        auto value = optionalMember(object, key);
+        if (!value) return Unexpected{JsonError{"", "missing key \"" + std::string(key) + "\""}};
+        auto position = decodeGameState(*value, key);
+        if (!position) return Unexpected{position.error()};
+        *target = std::move(*position);
+    }
+    for (auto [key, target] : {std::pair{"history", &game.history}, std::pair{"redoHistory", &game.redoHistory}}) {
+        if (auto value = optionalMember(object, key)) {
+            auto positions = decodePositions(*value, key);
+            if (!positions) return Unexpected{positions.error()};
+            *target = std::move(*positions);
+        }
+    }
+    if (auto value = optionalMember(object, "challenge")) {
+        auto record = decodeChallengeRecord(*value, "challenge");
+        if (!record) return Unexpected{record.error()};
+        game.challenge = *record;
+    }
+    return game;
+}
+
+bool isRestorable(const SavedGame& game)
+{
+    // In order, stopping at the first failure: the cheap checks of the two main positions first.
+    return isWellFormed(game.currentState) && isWellFormed(game.initialState) &&
+           std::ranges::all_of(game.history, isWellFormed) && std::ranges::all_of(game.redoHistory, isWellFormed) &&
+           !isWon(game.currentState);
+}
+
+void appendPositions(std::string& out, std::span<const std::string> positions)
+{
+    out += '[';
+    for (std::size_t i = 0; i < positions.size(); ++i) {
+        if (i > 0) out += ',';
+        out += positions[i];
+    }
+    out += ']';
+}
+
+std::size_t totalSize(std::span<const std::string> positions)
+{
+    std::size_t size = 0;
+    for (const auto& p : positions) size += p.size() + 1;
+    return size;
+}
+
+} // namespace
+
+std::string assembleSavedGame(std::string_view currentState, std::string_view initialState,
+                              std::span<const std::string> history, std::span<const std::string> redoHistory,
+                              const GameChallengeRecord& challenge)
+{
+    std::string out;
+    out.reserve(currentState.size() + initialState.size() + totalSize(history) + totalSize(redoHistory) + 256);
+    out += "{\"currentState\":";
+    out += currentState;
+    out += ",\"initialState\":";
+    out += initialState;
+    out += ",\"history\":";
+    appendPositions(out, history);
+    out += ",\"redoHistory\":";
+    appendPositions(out, redoHistory);
+    out += ",\"challenge\":";
+    appendJson(out, challenge);
+    out += '}';
+    return out;
+}
+
+std::string encodeSavedGame(const SavedGame& game)
+{
+    auto encodeAll = [](const std::vector<GameState>& positions) {
+        std::vector<std::string> encoded;
+        encoded.reserve(positions.size());
+        for (const auto& p : positions) encoded.push_back(toJson(p));
+        return encoded;
+    };
+    return assembleSavedGame(toJson(game.currentState), toJson(game.initialState), encodeAll(game.history),
+                             encodeAll(game.redoHistory), game.challenge);
+}
+
+JsonResult<SavedGame> decodeSavedGame(std::string_view json)
+{
+    simdjson::dom::parser parser;
+    element root;
+    if (auto error = parser.parse(simdjson::padded_string(json)).get(root); error != simdjson::SUCCESS) {
+        return Unexpected{JsonError{"", std::string("not valid JSON (") + simdjson::error_message(error) + ")"}};
+    }
+    return decodeSavedGame(root);
+}
+
+RestoredGame restoreSavedGame(std::string_view blob)
+{
+    simdjson::dom::parser parser;
+    element root;
+    if (parser.parse(simdjson::padded_string(blob)).get(root) != simdjson::SUCCESS) return {};
+
+    if (auto game = decodeSavedGame(root); game && isRestorable(*game)) {
+        return {RestoredFrom::savedGame, std::move(*game)};
+    }
+    // An older version kept only the bare position under the same key.
+    if (auto position = decodeGameState(root, ""); position && isWellFormed(*position) && !isWon(*position)) {
+        SavedGame game;
+        game.currentState = *position;
+        game.initialState = std::move(*position);
+        return {RestoredFrom::position, std::move(game)};
+    }
+    return {};
+}
+
+} // namespace zelvaine

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "engine/game_state.hpp"
+#include "engine/state_json.hpp"
+#include "store/game_challenge_record.hpp"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelvaine {
+
+inline constexpr std::string_view savedGameKey = "zelvaine.saved-game.v1";
+
+// The whole game as it is kept between runs.
+struct SavedGame {
+    GameState currentState;
+    GameState initialState;
+    std::vector<GameState> history;
+    std::vector<GameState> redoHistory;
+    GameChallengeRecord challenge;
+
+    friend bool operator==(const SavedGame&, const SavedGame&) = default;
+};
+
+std::string encodeSavedGame(const SavedGame& game);
+
+// The same encoding from positions that are already encoded. Positions never change once
+// recorded, so the store keeps their JSON and a save only splices it together.
+std::string assembleSavedGame(std::string_view currentState, std::string_view initialState,
+                              std::span<const std::string> history, std::span<const std::string> redoHistory,
+                              const GameChallengeRecord& challenge);
+
+// Reading without judging: missing histories read as empty, a missing challenge as all false.
+JsonResult<SavedGame> decodeSavedGame(std::string_view json);
+
+enum class RestoredFrom { savedGame, position, none };
+struct RestoredGame {
+    RestoredFrom from = RestoredFrom::none;
+    std::optional<SavedGame> game;
+};
+
+// What a store makes of a stored value at start: the saved game when every position in it is
+// well formed and the game is not already won; else an older bare position under the same
+// rules (with empty histories); else nothing, and a new deal follows.
+RestoredGame restoreSavedGame(std::string_view blob);
+
+} // namespace zelvaine
