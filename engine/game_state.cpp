@@ -1,7 +1,8 @@
 #include "engine/game_state.hpp"
 
 #include <algorithm>
-#include <unordered_set>
+#include <array>
+#include <cstring>
 #include <utility>
 
 namespace zelvaine {
@@ -38,19 +39,28 @@ bool isWellFormed(const GameState& state)
         state.hand.size() != handSlotCount) {
         return false;
     }
-    std::unordered_set<Uuid> ids;
-    ids.reserve(2 * cardCount);
     std::size_t count = 0;
+    for (const Pile& column : state.tableau) count += column.size();
+    for (const Pile& pile : state.foundations) count += pile.size();
+    count += filledHandSlots(state);
+    if (count != cardCount) return false;
+
+    // Sorting a fixed array of the ids as integer pairs beats hashing: every position of a
+    // restored history is checked at start.
+    std::array<std::pair<std::uint64_t, std::uint64_t>, cardCount> ids;
+    std::size_t next = 0;
     auto add = [&](const PlayingCard& card) {
-        ++count;
-        ids.insert(card.id);
+        std::memcpy(&ids[next].first, card.id.bytes().data(), 8);
+        std::memcpy(&ids[next].second, card.id.bytes().data() + 8, 8);
+        ++next;
     };
     for (const Pile& column : state.tableau) std::ranges::for_each(column, add);
     for (const Pile& pile : state.foundations) std::ranges::for_each(pile, add);
     for (const HandSlot& slot : state.hand) {
         if (slot) add(*slot);
     }
-    return count == cardCount && ids.size() == cardCount;
+    std::ranges::sort(ids);
+    return std::ranges::adjacent_find(ids) == ids.end();
 }
 
 bool isWon(const GameState& state)

@@ -10,9 +10,9 @@ namespace {
 using simdjson::dom::element;
 using simdjson::dom::element_type;
 
-Unexpected<JsonError> failure(const std::string& path, std::string message)
+Unexpected<JsonError> failure(const JsonPath& path, std::string message)
 {
-    return Unexpected{JsonError{path, std::move(message)}};
+    return Unexpected{JsonError{path.text(), std::move(message)}};
 }
 
 std::string typeName(element_type type)
@@ -30,20 +30,13 @@ std::string typeName(element_type type)
     return "an unknown value";
 }
 
-Unexpected<JsonError> wrongType(const std::string& path, const element& value, std::string_view expected)
+Unexpected<JsonError> wrongType(const JsonPath& path, const element& value, std::string_view expected)
 {
     return failure(path, "expected " + std::string(expected) + ", found " + typeName(value.type()));
 }
 
-std::string member(const std::string& path, std::string_view key)
-{
-    return path.empty() ? std::string(key) : path + "." + std::string(key);
-}
-
-std::string item(const std::string& path, std::size_t index) { return path + "[" + std::to_string(index) + "]"; }
-
 // Reads a required member of an object; the error names the key that is missing.
-JsonResult<element> required(const simdjson::dom::object& object, const std::string& path, std::string_view key)
+JsonResult<element> required(const simdjson::dom::object& object, const JsonPath& path, std::string_view key)
 {
     element value;
     if (object.at_key(key).get(value) != simdjson::SUCCESS) {
@@ -52,14 +45,14 @@ JsonResult<element> required(const simdjson::dom::object& object, const std::str
     return value;
 }
 
-JsonResult<std::int64_t> integer(const element& value, const std::string& path)
+JsonResult<std::int64_t> integer(const element& value, const JsonPath& path)
 {
     std::int64_t number = 0;
     if (value.get_int64().get(number) != simdjson::SUCCESS) return wrongType(path, value, "an integer");
     return number;
 }
 
-JsonResult<Pile> decodePile(const element& value, const std::string& path)
+JsonResult<Pile> decodePile(const element& value, const JsonPath& path)
 {
     simdjson::dom::array array;
     if (value.get_array().get(array) != simdjson::SUCCESS) return wrongType(path, value, "an array of cards");
@@ -67,14 +60,14 @@ JsonResult<Pile> decodePile(const element& value, const std::string& path)
     pile.reserve(array.size());
     std::size_t index = 0;
     for (element card : array) {
-        auto decoded = decodePlayingCard(card, item(path, index++));
+        auto decoded = decodePlayingCard(card, JsonPath(path, index++));
         if (!decoded) return Unexpected{decoded.error()};
         pile.push_back(*decoded);
     }
     return pile;
 }
 
-JsonResult<std::vector<Pile>> decodePiles(const element& value, const std::string& path)
+JsonResult<std::vector<Pile>> decodePiles(const element& value, const JsonPath& path)
 {
     simdjson::dom::array array;
     if (value.get_array().get(array) != simdjson::SUCCESS) return wrongType(path, value, "an array of arrays");
@@ -82,21 +75,21 @@ JsonResult<std::vector<Pile>> decodePiles(const element& value, const std::strin
     piles.reserve(array.size());
     std::size_t index = 0;
     for (element pile : array) {
-        auto decoded = decodePile(pile, item(path, index++));
+        auto decoded = decodePile(pile, JsonPath(path, index++));
         if (!decoded) return Unexpected{decoded.error()};
         piles.push_back(std::move(*decoded));
     }
     return piles;
 }
 
-JsonResult<std::vector<HandSlot>> decodeHand(const element& value, const std::string& path)
+JsonResult<std::vector<HandSlot>> decodeHand(const element& value, const JsonPath& path)
 {
     simdjson::dom::array array;
     if (value.get_array().get(array) != simdjson::SUCCESS) return wrongType(path, value, "an array");
     std::vector<HandSlot> hand;
     std::size_t index = 0;
     for (element slot : array) {
-        const std::string slotPath = item(path, index++);
+        const JsonPath slotPath(path, index++);
         if (slot.is_null()) {
             hand.emplace_back();
             continue;
@@ -109,31 +102,46 @@ JsonResult<std::vector<HandSlot>> decodeHand(const element& value, const std::st
 }
 
 template <class T>
-JsonResult<T> parseWith(std::string_view json,
-                        JsonResult<T> (*decode)(const element&, const std::string&))
+JsonResult<T> parseWith(std::string_view json, JsonResult<T> (*decode)(const element&, const JsonPath&))
 {
     simdjson::dom::parser parser;
     element root;
     const simdjson::padded_string padded(json);
     if (auto error = parser.parse(padded).get(root); error != simdjson::SUCCESS) {
-        return failure("", std::string("not valid JSON (") + simdjson::error_message(error) + ")");
+        return failure(JsonPath(), std::string("not valid JSON (") + simdjson::error_message(error) + ")");
     }
-    return decode(root, "");
+    return decode(root, JsonPath());
 }
 
 } // namespace
 
+std::string JsonPath::text() const
+{
+    if (!parent_) return std::string(key_);
+    std::string out = parent_->text();
+    if (isIndex_) return out + "[" + std::to_string(index_) + "]";
+    if (!out.empty()) out += '.';
+    out += key_;
+    return out;
+}
+
 void appendJson(std::string& out, const PlayingCard& card)
 {
     out += "{\"deck\":";
-    out += std::to_string(card.deck);
+    if (card.deck == 0 || card.deck == 1) {
+        out += static_cast<char>('0' + card.deck);
+    } else {
+        out += std::to_string(card.deck);
+    }
     out += ",\"id\":\"";
-    out += card.id.text();
+    card.id.appendText(out);
     out += "\",\"rank\":";
-    out += std::to_string(rawValue(card.rank));
-    out += ",\"suit\":";
-    appendJsonString(out, rawValue(card.suit));
-    out += '}';
+    const int rank = rawValue(card.rank);
+    if (rank >= 10) out += '1';
+    out += static_cast<char>('0' + rank % 10);
+    out += ",\"suit\":\"";
+    out += rawValue(card.suit);
+    out += "\"}";
 }
 
 void appendJson(std::string& out, const GameState& state)
@@ -184,7 +192,7 @@ std::string toJson(const GameState& state)
     return out;
 }
 
-JsonResult<PlayingCard> decodePlayingCard(const element& value, const std::string& path)
+JsonResult<PlayingCard> decodePlayingCard(const element& value, const JsonPath& path)
 {
     simdjson::dom::object object;
     if (value.get_object().get(object) != simdjson::SUCCESS) return wrongType(path, value, "a card object");
@@ -192,35 +200,35 @@ JsonResult<PlayingCard> decodePlayingCard(const element& value, const std::strin
     auto idValue = required(object, path, "id");
     if (!idValue) return Unexpected{idValue.error()};
     std::string_view idText;
-    if (idValue->get_string().get(idText) != simdjson::SUCCESS) return wrongType(member(path, "id"), *idValue, "a string");
+    if (idValue->get_string().get(idText) != simdjson::SUCCESS) return wrongType(JsonPath(path, std::string_view("id")), *idValue, "a string");
     const auto id = Uuid::parse(idText);
-    if (!id) return failure(member(path, "id"), "\"" + std::string(idText) + "\" is not a UUID");
+    if (!id) return failure(JsonPath(path, std::string_view("id")), "\"" + std::string(idText) + "\" is not a UUID");
 
     auto suitValue = required(object, path, "suit");
     if (!suitValue) return Unexpected{suitValue.error()};
     std::string_view suitText;
     if (suitValue->get_string().get(suitText) != simdjson::SUCCESS) {
-        return wrongType(member(path, "suit"), *suitValue, "a string");
+        return wrongType(JsonPath(path, std::string_view("suit")), *suitValue, "a string");
     }
     const auto suit = suitFromRaw(suitText);
-    if (!suit) return failure(member(path, "suit"), "\"" + std::string(suitText) + "\" is not a suit");
+    if (!suit) return failure(JsonPath(path, std::string_view("suit")), "\"" + std::string(suitText) + "\" is not a suit");
 
     auto rankValue = required(object, path, "rank");
     if (!rankValue) return Unexpected{rankValue.error()};
-    auto rankNumber = integer(*rankValue, member(path, "rank"));
+    auto rankNumber = integer(*rankValue, JsonPath(path, std::string_view("rank")));
     if (!rankNumber) return Unexpected{rankNumber.error()};
     const auto rank = rankFromRaw(*rankNumber);
-    if (!rank) return failure(member(path, "rank"), std::to_string(*rankNumber) + " is not a rank from 1 to 13");
+    if (!rank) return failure(JsonPath(path, std::string_view("rank")), std::to_string(*rankNumber) + " is not a rank from 1 to 13");
 
     auto deckValue = required(object, path, "deck");
     if (!deckValue) return Unexpected{deckValue.error()};
-    auto deck = integer(*deckValue, member(path, "deck"));
+    auto deck = integer(*deckValue, JsonPath(path, std::string_view("deck")));
     if (!deck) return Unexpected{deck.error()};
 
     return PlayingCard{*id, *suit, *rank, *deck};
 }
 
-JsonResult<GameState> decodeGameState(const element& value, const std::string& path)
+JsonResult<GameState> decodeGameState(const element& value, const JsonPath& path)
 {
     simdjson::dom::object object;
     if (value.get_object().get(object) != simdjson::SUCCESS) return wrongType(path, value, "a position object");
@@ -228,25 +236,25 @@ JsonResult<GameState> decodeGameState(const element& value, const std::string& p
     GameState state;
     auto tableau = required(object, path, "tableau");
     if (!tableau) return Unexpected{tableau.error()};
-    auto columns = decodePiles(*tableau, member(path, "tableau"));
+    auto columns = decodePiles(*tableau, JsonPath(path, std::string_view("tableau")));
     if (!columns) return Unexpected{columns.error()};
     state.tableau = std::move(*columns);
 
     auto foundations = required(object, path, "foundations");
     if (!foundations) return Unexpected{foundations.error()};
-    auto piles = decodePiles(*foundations, member(path, "foundations"));
+    auto piles = decodePiles(*foundations, JsonPath(path, std::string_view("foundations")));
     if (!piles) return Unexpected{piles.error()};
     state.foundations = std::move(*piles);
 
     auto hand = required(object, path, "hand");
     if (!hand) return Unexpected{hand.error()};
-    auto slots = decodeHand(*hand, member(path, "hand"));
+    auto slots = decodeHand(*hand, JsonPath(path, std::string_view("hand")));
     if (!slots) return Unexpected{slots.error()};
     state.hand = std::move(*slots);
 
     auto moveCount = required(object, path, "moveCount");
     if (!moveCount) return Unexpected{moveCount.error()};
-    auto count = integer(*moveCount, member(path, "moveCount"));
+    auto count = integer(*moveCount, JsonPath(path, std::string_view("moveCount")));
     if (!count) return Unexpected{count.error()};
     state.moveCount = *count;
 

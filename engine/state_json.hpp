@@ -23,6 +23,24 @@ struct JsonError {
 template <class T>
 using JsonResult = Expected<T, JsonError>;
 
+// Where a value sits in a document. Readers pass these down by reference and spell one out only
+// when an error names it, so that reading a long game allocates nothing for its paths.
+class JsonPath {
+public:
+    JsonPath() = default;
+    explicit JsonPath(std::string_view name) : key_(name) {}
+    JsonPath(const JsonPath& parent, std::string_view key) : parent_(&parent), key_(key) {}
+    JsonPath(const JsonPath& parent, std::size_t index) : parent_(&parent), index_(index), isIndex_(true) {}
+
+    std::string text() const;
+
+private:
+    const JsonPath* parent_ = nullptr;
+    std::string_view key_;
+    std::size_t index_ = 0;
+    bool isIndex_ = false;
+};
+
 // Compact JSON with the keys of every object in sorted order.
 void appendJson(std::string& out, const PlayingCard& card);
 void appendJson(std::string& out, const GameState& state);
@@ -36,7 +54,7 @@ JsonResult<PlayingCard> playingCardFromJson(std::string_view json);
 JsonResult<GameState> gameStateFromJson(std::string_view json);
 
 // The same readers for a value inside a larger document; `path` names where it sits.
-JsonResult<PlayingCard> decodePlayingCard(const simdjson::dom::element& value, const std::string& path);
-JsonResult<GameState> decodeGameState(const simdjson::dom::element& value, const std::string& path);
+JsonResult<PlayingCard> decodePlayingCard(const simdjson::dom::element& value, const JsonPath& path);
+JsonResult<GameState> decodeGameState(const simdjson::dom::element& value, const JsonPath& path);
 
 } // namespace zelvaine

@@ -24,6 +24,7 @@ public:
 
     // Upper-case hexadecimal, the form every file and save writes.
     std::string text() const;
+    void appendText(std::string& out) const;
     const Bytes& bytes() const { return bytes_; }
 
     friend constexpr auto operator<=>(const Uuid&, const Uuid&) = default;

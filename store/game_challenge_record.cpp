@@ -34,20 +34,20 @@ void appendJson(std::string& out, const GameChallengeRecord& record)
     out += '}';
 }
 
-JsonResult<GameChallengeRecord> decodeChallengeRecord(const simdjson::dom::element& value, const std::string& path)
+JsonResult<GameChallengeRecord> decodeChallengeRecord(const simdjson::dom::element& value, const JsonPath& path)
 {
     simdjson::dom::object object;
     if (value.get_object().get(object) != simdjson::SUCCESS) {
-        return Unexpected{JsonError{path, "expected a challenge record object"}};
+        return Unexpected{JsonError{path.text(), "expected a challenge record object"}};
     }
     GameChallengeRecord record;
     for (const auto& [key, flag] : fields) {
         simdjson::dom::element field;
         if (object.at_key(key).get(field) != simdjson::SUCCESS) {
-            return Unexpected{JsonError{path, "missing key \"" + std::string(key) + "\""}};
+            return Unexpected{JsonError{path.text(), "missing key \"" + std::string(key) + "\""}};
         }
         if (field.get_bool().get(record.*flag) != simdjson::SUCCESS) {
-            return Unexpected{JsonError{path + "." + std::string(key), "expected a boolean"}};
+            return Unexpected{JsonError{JsonPath(path, key).text(), "expected a boolean"}};
         }
     }
     return record;

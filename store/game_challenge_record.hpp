@@ -27,6 +27,6 @@ struct GameChallengeRecord {
 
 void appendJson(std::string& out, const GameChallengeRecord& record);
 // All six keys are required, each a boolean.
-JsonResult<GameChallengeRecord> decodeChallengeRecord(const simdjson::dom::element& value, const std::string& path);
+JsonResult<GameChallengeRecord> decodeChallengeRecord(const simdjson::dom::element& value, const JsonPath& path);
 
 } // namespace zelvaine

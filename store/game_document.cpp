@@ -268,6 +268,11 @@ bool isValidPair(const GameState& current, const GameState& restart)
 
 } // namespace
 
+std::string sharedGameFailureText()
+{
+    return localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine could not open that game file."));
+}
+
 std::string ZelvaineGameDocumentError::description() const
 {
     switch (kind_) {

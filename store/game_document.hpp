@@ -68,6 +68,9 @@ struct DocumentReadFailure {
     }
 };
 
+// What the player reads when a file fails for a reason the document cannot name.
+std::string sharedGameFailureText();
+
 // A game as it is shared between players: where it stands and where its deal began.
 struct ZelvaineGameDocument {
     std::int64_t formatVersion = 1;

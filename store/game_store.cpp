@@ -350,9 +350,7 @@ void GameStore::rejectSharedGame(const std::optional<std::string>& description)
 {
     pendingSharedGame_.reset();
     setConfirmation(std::nullopt);
-    publishMessage(GameMessageKind::notice,
-                   description ? *description
-                               : localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine could not open that game file.")));
+    publishMessage(GameMessageKind::notice, description.value_or(sharedGameFailureText()));
 }
 
 std::optional<ZelvaineGameDocument> GameStore::makeDocument() const

@@ -17,15 +17,15 @@ std::optional<element> optionalMember(const simdjson::dom::object& object, std::
     return value;
 }
 
-JsonResult<std::vector<GameState>> decodePositions(const element& value, const std::string& path)
+JsonResult<std::vector<GameState>> decodePositions(const element& value, const JsonPath& path)
 {
     simdjson::dom::array array;
-    if (value.get_array().get(array) != simdjson::SUCCESS) return Unexpected{JsonError{path, "expected an array"}};
+    if (value.get_array().get(array) != simdjson::SUCCESS) return Unexpected{JsonError{path.text(), "expected an array"}};
     std::vector<GameState> positions;
     positions.reserve(array.size());
     std::size_t index = 0;
     for (element item : array) {
-        auto position = decodeGameState(item, path + "[" + std::to_string(index++) + "]");
+        auto position = decodeGameState(item, JsonPath(path, index++));
         if (!position) return Unexpected{position.error()};
         positions.push_back(std::move(*position));
     }
@@ -41,19 +41,19 @@ JsonResult<SavedGame> decodeSavedGame(const element& root)
     for (auto [key, target] : {std::pair{"currentState", &game.currentState}, std::pair{"initialState", &game.initialState}}) {
         auto value = optionalMember(object, key);
         if (!value) return Unexpected{JsonError{"", "missing key \"" + std::string(key) + "\""}};
-        auto position = decodeGameState(*value, key);
+        auto position = decodeGameState(*value, JsonPath(key));
         if (!position) return Unexpected{position.error()};
         *target = std::move(*position);
     }
     for (auto [key, target] : {std::pair{"history", &game.history}, std::pair{"redoHistory", &game.redoHistory}}) {
         if (auto value = optionalMember(object, key)) {
-            auto positions = decodePositions(*value, key);
+            auto positions = decodePositions(*value, JsonPath(key));
             if (!positions) return Unexpected{positions.error()};
             *target = std::move(*positions);
         }
     }
     if (auto value = optionalMember(object, "challenge")) {
-        auto record = decodeChallengeRecord(*value, "challenge");
+        auto record = decodeChallengeRecord(*value, JsonPath("challenge"));
         if (!record) return Unexpected{record.error()};
         game.challenge = *record;
     }
@@ -139,7 +139,7 @@ RestoredGame restoreSavedGame(std::string_view blob)
         return {RestoredFrom::savedGame, std::move(*game)};
     }
     // An older version kept only the bare position under the same key.
-    if (auto position = decodeGameState(root, ""); position && isWellFormed(*position) && !isWon(*position)) {
+    if (auto position = decodeGameState(root, JsonPath()); position && isWellFormed(*position) && !isWon(*position)) {
         SavedGame game;
         game.currentState = *position;
         game.initialState = std::move(*position);

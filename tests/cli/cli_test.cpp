@@ -173,5 +173,47 @@ TEST_F(Cli, BadInputIsOneLineOnStderrAndStatusTwo)
     EXPECT_EQ(notJson.err.substr(0, 51), "zelvaine-cli: unreadable position: not valid JSON (");
 }
 
+TEST_F(Cli, ExportThenOpenGivesTheSameGameWithNewIds)
+{
+    GameState deal = dealNewGame();
+    const auto dealFile = save(deal, "deal.json");
+    const CliRun exported = run("export " + dealFile + " " + dealFile);
+    ASSERT_EQ(exported.status, 0) << exported.err;
+    EXPECT_TRUE(exported.out.starts_with(R"({"currentPosition":{"foundations":[[],)"));
+    EXPECT_EQ(exported.out.back(), '}');
+
+    const auto shared = write(exported.out, "game.zelvaine");
+    const CliRun opened = run("open " + shared);
+    ASSERT_EQ(opened.status, 0) << opened.err;
+    const std::string prefix = R"({"currentState":)";
+    ASSERT_TRUE(opened.out.starts_with(prefix));
+    const auto split = opened.out.find(R"(,"initialState":)");
+    auto current = gameStateFromJson(opened.out.substr(prefix.size(), split - prefix.size()));
+    ASSERT_TRUE(current) << current.error().describe();
+    EXPECT_EQ(current->tableau[0][0].rank, deal.tableau[0][0].rank);
+    EXPECT_NE(current->tableau[0][0].id, deal.tableau[0][0].id);
+
+    EXPECT_EQ(run("export " + save(testing::emptyBoard(), "empty.json") + " " + dealFile).status, 2);
+}
+
+TEST_F(Cli, OpenReportsThePlayersSentence)
+{
+    const CliRun garbage = run("open " + write("not json", "bad.zelvaine"));
+    EXPECT_EQ(garbage.status, 1);
+    EXPECT_EQ(garbage.out, "{\"error\":\"Zelvaine could not open that game file.\"}\n");
+    const CliRun large = run("open " + write(std::string(1'000'001, ' '), "large.zelvaine"));
+    EXPECT_EQ(large.out, "{\"error\":\"This Zelvaine game file is too large to open.\"}\n");
+}
+
+TEST_F(Cli, RestoreTellsWhatAStoreWouldMakeOfASavedValue)
+{
+    GameState deal = dealNewGame();
+    deal.moveCount = 4;
+    EXPECT_TRUE(run("restore " + save(deal, "bare.json")).out.starts_with(R"({"restored":"position","state":{"foundations":)"));
+    const CliRun none = run("restore " + write("{}", "empty.json"));
+    EXPECT_EQ(none.status, 0);
+    EXPECT_EQ(none.out, "{\"restored\":\"none\",\"state\":null,\"historyCount\":0,\"redoCount\":0,\"challenge\":null}\n");
+}
+
 } // namespace
 } // namespace zelvaine

@@ -6,10 +6,13 @@
 #include "engine/json_writer.hpp"
 #include "engine/move_rules.hpp"
 #include "engine/state_json.hpp"
+#include "store/game_document.hpp"
+#include "store/saved_game.hpp"
 #include "tools/cli/board_text.hpp"
 #include "tools/cli/move_text.hpp"
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -28,6 +31,9 @@ constexpr std::string_view usage =
     "       zelvaine-cli destination STATE SOURCE\n"
     "       zelvaine-cli finish STATE\n"
     "       zelvaine-cli show STATE\n"
+    "       zelvaine-cli open FILE\n"
+    "       zelvaine-cli export CURRENT INITIAL\n"
+    "       zelvaine-cli restore BLOBFILE\n"
     "STATE is a position file, or - for standard input.\n"
     "SOURCE: tableau:C:I, hand:I or foundation:I; DESTINATION: tableau:C, foundation:F, hand or hand:S.\n";
 
@@ -157,6 +163,70 @@ std::string finishCommand(std::span<const std::string_view> args)
     return out;
 }
 
+// The game a shared file would open, or the sentence the player would read instead.
+int openCommand(std::span<const std::string_view> args)
+{
+    expectArguments(args, 2);
+    auto document = ZelvaineGameDocument::read(std::filesystem::path(std::string(args[1])));
+    std::optional<std::string> problem;
+    std::string out;
+    if (!document) {
+        problem = document.error().playerDescription().value_or(sharedGameFailureText());
+    } else if (auto states = document->makeStates(); !states) {
+        problem = states.error().description();
+    } else {
+        out = "{\"currentState\":";
+        appendJson(out, states->current);
+        out += ",\"initialState\":";
+        appendJson(out, states->initial);
+        out += '}';
+    }
+    if (problem) {
+        out = "{\"error\":";
+        appendJsonString(out, *problem);
+        out += '}';
+    }
+    std::cout << out << '\n';
+    return problem ? 1 : 0;
+}
+
+std::string exportCommand(std::span<const std::string_view> args)
+{
+    expectArguments(args, 3);
+    const GameState current = loadState(args[1]);
+    const GameState initial = loadState(args[2]);
+    if (!isWellFormed(current) || !isWellFormed(initial)) {
+        throw UsageError{"only well-formed positions can be exported (10 columns, 8 foundations, 4 hand slots, "
+                         "104 cards with distinct ids)"};
+    }
+    return ZelvaineGameDocument::fromStates(current, initial).encode();
+}
+
+std::string restoreCommand(std::span<const std::string_view> args)
+{
+    expectArguments(args, 2);
+    const RestoredGame restored = restoreSavedGame(readAll(args[1]));
+    static constexpr const char* names[] = {"savedGame", "position", "none"};
+    std::string out = "{\"restored\":\"";
+    out += names[static_cast<int>(restored.from)];
+    out += "\",\"state\":";
+    if (restored.game) {
+        appendJson(out, restored.game->currentState);
+    } else {
+        out += "null";
+    }
+    out += ",\"historyCount\":" + std::to_string(restored.game ? restored.game->history.size() : 0);
+    out += ",\"redoCount\":" + std::to_string(restored.game ? restored.game->redoHistory.size() : 0);
+    out += ",\"challenge\":";
+    if (restored.game) {
+        appendJson(out, restored.game->challenge);
+    } else {
+        out += "null";
+    }
+    out += '}';
+    return out;
+}
+
 int run(std::span<const std::string_view> args)
 {
     if (args.empty()) throw UsageError{"missing command"};
@@ -173,6 +243,13 @@ int run(std::span<const std::string_view> args)
         out = destinationCommand(args);
     } else if (command == "finish") {
         out = finishCommand(args);
+    } else if (command == "open") {
+        return openCommand(args);
+    } else if (command == "export") {
+        std::cout << exportCommand(args); // the file's bytes exactly, no line end
+        return 0;
+    } else if (command == "restore") {
+        out = restoreCommand(args);
     } else if (command == "show") {
         expectArguments(args, 2);
         std::cout << boardText(loadState(args[1]));

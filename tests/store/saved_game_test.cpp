@@ -1,0 +1,114 @@
+#include "store/saved_game.hpp"
+#include "tests/support/positions.hpp"
+
+#include <gtest/gtest.h>
+
+namespace zelvaine {
+namespace {
+
+SavedGame sampleGame()
+{
+    SavedGame game;
+    game.initialState = dealNewGame();
+    game.history = {game.initialState, dealNewGame()};
+    game.currentState = dealNewGame();
+    game.currentState.moveCount = 2;
+    game.redoHistory = {dealNewGame()};
+    game.challenge.usedUndo = true;
+    game.challenge.wasImported = true;
+    return game;
+}
+
+// Replaces the first occurrence of `from` in the encoded game.
+std::string edited(const std::string& json, const std::string& from, const std::string& to)
+{
+    std::string out = json;
+    const auto at = out.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    if (at != std::string::npos) out.replace(at, from.size(), to);
+    return out;
+}
+
+TEST(SavedGame, RoundTripsWithEverything)
+{
+    const SavedGame game = sampleGame();
+    const std::string json = encodeSavedGame(game);
+    EXPECT_TRUE(json.starts_with(R"({"currentState":{)"));
+    EXPECT_NE(json.find(R"(,"challenge":{"usedHint":false,"usedUndo":true,"usedRestart":false,"usedAutoComplete":false,"movedCardFromFoundation":false,"wasImported":true}})"),
+              std::string::npos);
+    const RestoredGame restored = restoreSavedGame(json);
+    EXPECT_EQ(restored.from, RestoredFrom::savedGame);
+    EXPECT_EQ(restored.game, game);
+}
+
+TEST(SavedGame, OptionalPartsMayBeMissingOrNull)
+{
+    const SavedGame game = sampleGame();
+    const std::string json = "{\"initialState\":" + toJson(game.initialState) + ",\"currentState\":" +
+                             toJson(game.currentState) + ",\"history\":null,\"unknown\":[1,2]}";
+    const RestoredGame restored = restoreSavedGame(json);
+    ASSERT_EQ(restored.from, RestoredFrom::savedGame);
+    EXPECT_TRUE(restored.game->history.empty());
+    EXPECT_TRUE(restored.game->redoHistory.empty());
+    EXPECT_EQ(restored.game->challenge, GameChallengeRecord{});
+}
+
+TEST(SavedGame, BarePositionOfTheOlderFormIsRestoredWithoutHistory)
+{
+    GameState position = dealNewGame();
+    position.moveCount = 17;
+    const RestoredGame restored = restoreSavedGame(toJson(position));
+    ASSERT_EQ(restored.from, RestoredFrom::position);
+    EXPECT_EQ(restored.game->currentState, position);
+    EXPECT_EQ(restored.game->initialState, position);
+    EXPECT_TRUE(restored.game->history.empty());
+    EXPECT_EQ(restored.game->challenge, GameChallengeRecord{});
+}
+
+TEST(SavedGame, AnythingDoubtfulGivesNothing)
+{
+    const SavedGame game = sampleGame();
+    const std::string json = encodeSavedGame(game);
+
+    SavedGame deepBad = game;
+    deepBad.history[1].tableau[4].pop_back(); // 103 cards, deep in the history
+    SavedGame won = game;
+    won.currentState = testing::emptyBoard();
+    for (auto& pile : won.currentState.foundations) pile = testing::foundationUpTo("KH");
+    SavedGame badInitial = game;
+    badInitial.initialState.hand.pop_back();
+
+    const std::string cases[] = {
+        "",
+        "not json",
+        "[]",
+        edited(json, R"("usedRestart":false,)", ""),     // challenge lacks a key
+        edited(json, R"("usedRestart":false)", R"("usedRestart":0)"),
+        edited(json, R"("currentState":)", R"("currentState":null,"x":)"),
+        edited(json, R"("history":[)", R"("history":{"a":[)") ,
+        encodeSavedGame(deepBad),
+        encodeSavedGame(won),
+        encodeSavedGame(badInitial),
+        toJson(won.currentState), // a won bare position
+        R"({"tableau":[],"foundations":[],"hand":[],"moveCount":0})",
+    };
+    for (const auto& blob : cases) {
+        const RestoredGame restored = restoreSavedGame(blob);
+        EXPECT_EQ(restored.from, RestoredFrom::none) << blob.substr(0, 120);
+        EXPECT_FALSE(restored.game);
+    }
+}
+
+TEST(SavedGame, AssembledFromCachedPiecesEqualsAFreshEncoding)
+{
+    const SavedGame game = sampleGame();
+    std::vector<std::string> history;
+    for (const auto& p : game.history) history.push_back(toJson(p));
+    std::vector<std::string> redo;
+    for (const auto& p : game.redoHistory) redo.push_back(toJson(p));
+    EXPECT_EQ(assembleSavedGame(toJson(game.currentState), toJson(game.initialState), history, redo, game.challenge),
+              encodeSavedGame(game));
+}
+
+} // namespace
+} // namespace zelvaine
