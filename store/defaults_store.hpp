@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,12 +16,21 @@ namespace zelvaine {
 using DefaultsData = std::vector<std::uint8_t>;
 using DefaultsValue = std::variant<bool, std::int64_t, std::string, DefaultsData>;
 
+// A data value handed over as immutable shared pieces whose concatenation is the value. Each save
+// of the game repeats most of the one before; pieces spare the caller's thread from copying
+// megabytes, and a store may join them wherever it likes.
+using DataPieces = std::vector<std::shared_ptr<const std::string>>;
+
+DefaultsData joinPieces(const DataPieces& pieces);
+
 class DefaultsStore {
 public:
     virtual ~DefaultsStore() = default;
 
     virtual std::optional<DefaultsValue> value(std::string_view key) const = 0;
     virtual void set(std::string_view key, DefaultsValue value) = 0;
+    // Stores the joined pieces as a data value; joins them at once unless a store knows better.
+    virtual void setData(std::string_view key, DataPieces pieces) { set(key, joinPieces(pieces)); }
     virtual void remove(std::string_view key) = 0;
     // Blocks until every earlier write is durable.
     virtual void flush() = 0;
@@ -40,5 +50,15 @@ private:
         return std::nullopt;
     }
 };
+
+inline DefaultsData joinPieces(const DataPieces& pieces)
+{
+    std::size_t size = 0;
+    for (const auto& piece : pieces) size += piece->size();
+    DefaultsData joined;
+    joined.reserve(size);
+    for (const auto& piece : pieces) joined.insert(joined.end(), piece->begin(), piece->end());
+    return joined;
+}
 
 } // namespace zelvaine

@@ -17,11 +17,11 @@ std::optional<SavedGame> restore(const DefaultsStore& defaults)
     return restoreSavedGame(std::string_view(reinterpret_cast<const char*>(blob->data()), blob->size())).game;
 }
 
-std::vector<std::string> encodeAll(const std::vector<GameState>& positions)
+std::vector<EncodedPosition> encodeAll(const std::vector<GameState>& positions)
 {
-    std::vector<std::string> encoded;
+    std::vector<EncodedPosition> encoded;
     encoded.reserve(positions.size());
-    for (const auto& p : positions) encoded.push_back(toJson(p));
+    for (const auto& p : positions) encoded.push_back(encodePosition(p));
     return encoded;
 }
 
@@ -39,13 +39,12 @@ GameStore::GameStore(std::optional<GameState> initialGame, DefaultsStore& defaul
         history_ = std::move(saved->history);
         redoHistory_ = std::move(saved->redoHistory);
         challenge_ = saved->challenge;
-        historyJson_ = encodeAll(history_);
-        redoJson_ = encodeAll(redoHistory_);
+        historiesEncoded_ = false;
     } else {
         state_ = dealNewGame();
         initialState_ = state_;
     }
-    initialJson_ = toJson(initialState_);
+    initialJson_ = encodePosition(initialState_);
 }
 
 std::string GameStore::gameIdentifier() const
@@ -83,14 +82,23 @@ void GameStore::setState(GameState state)
     assign(state_, std::move(state), GameStoreProperty::state);
 }
 
-const std::string& GameStore::stateJson()
+const EncodedPosition& GameStore::stateJson()
 {
-    if (!stateJson_) stateJson_ = toJson(state_);
-    return *stateJson_;
+    if (!stateJson_) stateJson_ = encodePosition(state_);
+    return stateJson_;
+}
+
+void GameStore::encodeRestoredHistories()
+{
+    if (historiesEncoded_) return;
+    historyJson_ = encodeAll(history_);
+    redoJson_ = encodeAll(redoHistory_);
+    historiesEncoded_ = true;
 }
 
 void GameStore::pushHistory()
 {
+    encodeRestoredHistories();
     historyJson_.push_back(stateJson());
     history_.push_back(state_);
 }
@@ -115,11 +123,12 @@ void GameStore::replaceDeal(GameState current, GameState initial, GameChallengeR
 {
     setState(std::move(current));
     initialState_ = std::move(initial);
-    initialJson_ = toJson(initialState_);
+    initialJson_ = encodePosition(initialState_);
     history_.clear();
     historyJson_.clear();
     redoHistory_.clear();
     redoJson_.clear();
+    historiesEncoded_ = true;
     setChallenge(challenge);
     clearTransients();
 }
@@ -156,8 +165,9 @@ void GameStore::restartGame()
 void GameStore::undo()
 {
     if (history_.empty()) return;
+    encodeRestoredHistories();
     GameState previous = std::move(history_.back());
-    std::string previousJson = std::move(historyJson_.back());
+    EncodedPosition previousJson = std::move(historyJson_.back());
     history_.pop_back();
     historyJson_.pop_back();
     GameChallengeRecord challenge = challenge_;
@@ -174,8 +184,9 @@ void GameStore::undo()
 void GameStore::redo()
 {
     if (redoHistory_.empty()) return;
+    encodeRestoredHistories();
     GameState next = std::move(redoHistory_.back());
-    std::string nextJson = std::move(redoJson_.back());
+    EncodedPosition nextJson = std::move(redoJson_.back());
     redoHistory_.pop_back();
     redoJson_.pop_back();
     pushHistory();
@@ -390,8 +401,8 @@ void GameStore::persist()
 void GameStore::persistNow()
 {
     if (!shouldPersist_) return;
-    const std::string json = assembleSavedGame(stateJson(), initialJson_, historyJson_, redoJson_, challenge_);
-    defaults_.set(savedGameKey, DefaultsData(json.begin(), json.end()));
+    encodeRestoredHistories();
+    defaults_.setData(savedGameKey, savedGamePieces(stateJson(), initialJson_, historyJson_, redoJson_, challenge_));
     hasDeferredPersistence_ = false;
 }
 

@@ -8,6 +8,7 @@
 #include "store/game_confirmation.hpp"
 #include "store/game_document.hpp"
 #include "store/observable.hpp"
+#include "store/saved_game.hpp"
 #include "store/sound_cues.hpp"
 #include "store/uptime_clock.hpp"
 
@@ -122,7 +123,8 @@ private:
     void setConfirmation(std::optional<GameConfirmation> confirmation);
     void setChallenge(GameChallengeRecord challenge);
     void publishMessage(GameMessageKind kind, std::string text);
-    const std::string& stateJson();
+    const EncodedPosition& stateJson();
+    void encodeRestoredHistories();
 
     DefaultsStore& defaults_;
     SoundCues& sound_;
@@ -147,10 +149,12 @@ private:
     bool hasDeferredPersistence_ = false;
 
     // The JSON of each recorded position, kept beside it: positions never change once recorded.
-    std::optional<std::string> stateJson_;
-    std::string initialJson_;
-    std::vector<std::string> historyJson_;
-    std::vector<std::string> redoJson_;
+    EncodedPosition stateJson_;
+    EncodedPosition initialJson_;
+    std::vector<EncodedPosition> historyJson_;
+    std::vector<EncodedPosition> redoJson_;
+    // A restored game's histories are encoded at their first use rather than during start-up.
+    bool historiesEncoded_ = true;
 };
 
 } // namespace zelvaine

@@ -68,55 +68,57 @@ bool isRestorable(const SavedGame& game)
            !isWon(game.currentState);
 }
 
-void appendPositions(std::string& out, std::span<const std::string> positions)
-{
-    out += '[';
-    for (std::size_t i = 0; i < positions.size(); ++i) {
-        if (i > 0) out += ',';
-        out += positions[i];
-    }
-    out += ']';
-}
+EncodedPosition piece(std::string_view text) { return std::make_shared<const std::string>(text); }
 
-std::size_t totalSize(std::span<const std::string> positions)
+void appendPositions(DataPieces& pieces, std::span<const EncodedPosition> positions)
 {
-    std::size_t size = 0;
-    for (const auto& p : positions) size += p.size() + 1;
-    return size;
+    static const EncodedPosition comma = piece(",");
+    for (std::size_t i = 0; i < positions.size(); ++i) {
+        if (i > 0) pieces.push_back(comma);
+        pieces.push_back(positions[i]);
+    }
 }
 
 } // namespace
 
-std::string assembleSavedGame(std::string_view currentState, std::string_view initialState,
-                              std::span<const std::string> history, std::span<const std::string> redoHistory,
-                              const GameChallengeRecord& challenge)
+EncodedPosition encodePosition(const GameState& state) { return std::make_shared<const std::string>(toJson(state)); }
+
+DataPieces savedGamePieces(const EncodedPosition& currentState, const EncodedPosition& initialState,
+                           std::span<const EncodedPosition> history, std::span<const EncodedPosition> redoHistory,
+                           const GameChallengeRecord& challenge)
 {
-    std::string out;
-    out.reserve(currentState.size() + initialState.size() + totalSize(history) + totalSize(redoHistory) + 256);
-    out += "{\"currentState\":";
-    out += currentState;
-    out += ",\"initialState\":";
-    out += initialState;
-    out += ",\"history\":";
-    appendPositions(out, history);
-    out += ",\"redoHistory\":";
-    appendPositions(out, redoHistory);
-    out += ",\"challenge\":";
-    appendJson(out, challenge);
-    out += '}';
-    return out;
+    static const EncodedPosition start = piece("{\"currentState\":");
+    static const EncodedPosition initial = piece(",\"initialState\":");
+    static const EncodedPosition historyStart = piece(",\"history\":[");
+    static const EncodedPosition redoStart = piece("],\"redoHistory\":[");
+    static const EncodedPosition challengeStart = piece("],\"challenge\":");
+
+    DataPieces pieces;
+    pieces.reserve(2 * (history.size() + redoHistory.size()) + 10);
+    pieces.insert(pieces.end(), {start, currentState, initial, initialState, historyStart});
+    appendPositions(pieces, history);
+    pieces.push_back(redoStart);
+    appendPositions(pieces, redoHistory);
+    pieces.push_back(challengeStart);
+    std::string tail;
+    appendJson(tail, challenge);
+    tail += '}';
+    pieces.push_back(std::make_shared<const std::string>(std::move(tail)));
+    return pieces;
 }
 
 std::string encodeSavedGame(const SavedGame& game)
 {
     auto encodeAll = [](const std::vector<GameState>& positions) {
-        std::vector<std::string> encoded;
+        std::vector<EncodedPosition> encoded;
         encoded.reserve(positions.size());
-        for (const auto& p : positions) encoded.push_back(toJson(p));
+        for (const auto& p : positions) encoded.push_back(encodePosition(p));
         return encoded;
     };
-    return assembleSavedGame(toJson(game.currentState), toJson(game.initialState), encodeAll(game.history),
-                             encodeAll(game.redoHistory), game.challenge);
+    const DefaultsData joined =
+        joinPieces(savedGamePieces(encodePosition(game.currentState), encodePosition(game.initialState),
+                                   encodeAll(game.history), encodeAll(game.redoHistory), game.challenge));
+    return std::string(joined.begin(), joined.end());
 }
 
 JsonResult<SavedGame> decodeSavedGame(std::string_view json)

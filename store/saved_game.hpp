@@ -2,6 +2,7 @@
 
 #include "engine/game_state.hpp"
 #include "engine/state_json.hpp"
+#include "store/defaults_store.hpp"
 #include "store/game_challenge_record.hpp"
 
 #include <optional>
@@ -27,11 +28,14 @@ struct SavedGame {
 
 std::string encodeSavedGame(const SavedGame& game);
 
-// The same encoding from positions that are already encoded. Positions never change once
-// recorded, so the store keeps their JSON and a save only splices it together.
-std::string assembleSavedGame(std::string_view currentState, std::string_view initialState,
-                              std::span<const std::string> history, std::span<const std::string> redoHistory,
-                              const GameChallengeRecord& challenge);
+using EncodedPosition = std::shared_ptr<const std::string>;
+EncodedPosition encodePosition(const GameState& state);
+
+// The same encoding as pieces, from positions that are already encoded. Positions never change
+// once recorded, so the store keeps their JSON and a save only lists it again.
+DataPieces savedGamePieces(const EncodedPosition& currentState, const EncodedPosition& initialState,
+                           std::span<const EncodedPosition> history, std::span<const EncodedPosition> redoHistory,
+                           const GameChallengeRecord& challenge);
 
 // Reading without judging: missing histories read as empty, a missing challenge as all false.
 JsonResult<SavedGame> decodeSavedGame(std::string_view json);

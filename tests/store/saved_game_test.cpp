@@ -102,12 +102,17 @@ TEST(SavedGame, AnythingDoubtfulGivesNothing)
 TEST(SavedGame, AssembledFromCachedPiecesEqualsAFreshEncoding)
 {
     const SavedGame game = sampleGame();
-    std::vector<std::string> history;
-    for (const auto& p : game.history) history.push_back(toJson(p));
-    std::vector<std::string> redo;
-    for (const auto& p : game.redoHistory) redo.push_back(toJson(p));
-    EXPECT_EQ(assembleSavedGame(toJson(game.currentState), toJson(game.initialState), history, redo, game.challenge),
-              encodeSavedGame(game));
+    std::vector<EncodedPosition> history;
+    for (const auto& p : game.history) history.push_back(encodePosition(p));
+    std::vector<EncodedPosition> redo;
+    for (const auto& p : game.redoHistory) redo.push_back(encodePosition(p));
+    const DefaultsData joined = joinPieces(
+        savedGamePieces(encodePosition(game.currentState), encodePosition(game.initialState), history, redo, game.challenge));
+    EXPECT_EQ(std::string(joined.begin(), joined.end()), encodeSavedGame(game));
+    // An empty history still reads as an array.
+    const DefaultsData bare = joinPieces(
+        savedGamePieces(encodePosition(game.currentState), encodePosition(game.initialState), {}, {}, {}));
+    EXPECT_EQ(restoreSavedGame(std::string(bare.begin(), bare.end())).from, RestoredFrom::savedGame);
 }
 
 } // namespace

@@ -1,0 +1,449 @@
+#include "store/defaults_database.hpp"
+
+#include <sqlite3.h>
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <thread>
+#include <type_traits>
+#include <utility>
+#include <variant>
+
+namespace zelvaine {
+
+DefaultsEntry::DefaultsEntry(DefaultsValue value) : value_(std::move(value)) {}
+
+DefaultsEntry::DefaultsEntry(DataPieces pieces) : value_(DefaultsData()), pieces_(std::move(pieces)) {}
+
+const DefaultsValue& DefaultsEntry::value() const
+{
+    std::call_once(joined_, [this] {
+        if (pieces_.empty()) return; // whole from the start, or no pieces at all
+        value_ = joinPieces(pieces_);
+        pieces_ = {};
+    });
+    return value_;
+}
+
+namespace sqlite {
+void ConnectionCloser::operator()(sqlite3* connection) const { sqlite3_close_v2(connection); }
+void StatementFinalizer::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+} // namespace sqlite
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Another instance holds the write lock for one transaction at a time, some tens of
+// milliseconds for the largest saved games; far longer than that means it is stuck.
+constexpr int kBusyTimeoutMilliseconds = 5000;
+// Marks the file as ours, so that someone else's database found at our path counts as damaged.
+constexpr std::int64_t kApplicationId = 0x5A4C5644;
+constexpr std::int64_t kSchemaVersion = 1;
+
+// STRICT keeps each value exactly as it was bound, so a kind and its value cannot drift apart
+// through SQLite's type conversions.
+constexpr const char* kCreateTable = "CREATE TABLE IF NOT EXISTS defaults ("
+                                     "key TEXT PRIMARY KEY NOT NULL, kind INTEGER NOT NULL, value ANY) STRICT";
+
+enum class Kind : std::int64_t { boolean = 1, integer = 2, text = 3, data = 4 };
+
+bool meansDamage(int result)
+{
+    const int primary = result & 0xff;
+    return primary == SQLITE_CORRUPT || primary == SQLITE_NOTADB;
+}
+
+DefaultsFileState failureState(int result)
+{
+    return meansDamage(result) ? DefaultsFileState::damaged : DefaultsFileState::unavailable;
+}
+
+int execute(sqlite3* connection, const char* sql)
+{
+    return sqlite3_exec(connection, sql, nullptr, nullptr, nullptr);
+}
+
+sqlite::Statement prepare(sqlite3* connection, const char* sql, int& result)
+{
+    sqlite3_stmt* statement = nullptr;
+    result = sqlite3_prepare_v3(connection, sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+    return sqlite::Statement(statement);
+}
+
+// The first column of the first row, for pragmas and counts.
+template <class T>
+std::optional<T> queryOne(sqlite3* connection, const char* sql, int& result)
+{
+    auto statement = prepare(connection, sql, result);
+    if (result != SQLITE_OK) return std::nullopt;
+    result = sqlite3_step(statement.get());
+    if (result != SQLITE_ROW) return std::nullopt;
+    result = SQLITE_OK;
+    if constexpr (std::is_same_v<T, std::string>) {
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement.get(), 0));
+        return std::string(text != nullptr ? text : "");
+    } else {
+        return static_cast<std::int64_t>(sqlite3_column_int64(statement.get(), 0));
+    }
+}
+
+// A row whose kind and value disagree reads as absent, like a wrong-type read.
+std::optional<DefaultsValue> decode(sqlite3_stmt* row)
+{
+    const int type = sqlite3_column_type(row, 2);
+    switch (static_cast<Kind>(sqlite3_column_int64(row, 1))) {
+    case Kind::boolean:
+        if (type != SQLITE_INTEGER) break;
+        return DefaultsValue(sqlite3_column_int64(row, 2) != 0);
+    case Kind::integer:
+        if (type != SQLITE_INTEGER) break;
+        return DefaultsValue(static_cast<std::int64_t>(sqlite3_column_int64(row, 2)));
+    case Kind::text: {
+        if (type != SQLITE_TEXT) break;
+        const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(row, 2));
+        const auto size = static_cast<std::size_t>(sqlite3_column_bytes(row, 2));
+        if (text == nullptr) return DefaultsValue(std::string());
+        return DefaultsValue(std::string(text, size));
+    }
+    case Kind::data: {
+        if (type != SQLITE_BLOB) break;
+        const auto* bytes = static_cast<const std::uint8_t*>(sqlite3_column_blob(row, 2));
+        const auto size = static_cast<std::size_t>(sqlite3_column_bytes(row, 2));
+        if (bytes == nullptr) return DefaultsValue(DefaultsData()); // SQLite's empty blob
+        return DefaultsValue(DefaultsData(bytes, bytes + size));
+    }
+    }
+    return std::nullopt;
+}
+
+struct Contents {
+    DefaultsFileState state = DefaultsFileState::unavailable;
+    bool fresh = false; // no tables at all: a new or zero-length file
+    DefaultsValues values;
+    std::int64_t dataVersion = 0;
+    int failure = SQLITE_OK;
+};
+
+Contents failed(int result) { return Contents{failureState(result), false, {}, 0, result}; }
+Contents damaged() { return Contents{DefaultsFileState::damaged, false, {}, 0, SQLITE_CORRUPT}; }
+
+Contents readInTransaction(sqlite3* connection)
+{
+    int result = SQLITE_OK;
+    const auto tables = queryOne<std::int64_t>(connection, "SELECT count(*) FROM sqlite_schema", result);
+    if (!tables) return failed(result);
+    const auto applicationId = queryOne<std::int64_t>(connection, "PRAGMA application_id", result);
+    if (!applicationId) return failed(result);
+    const auto schemaVersion = queryOne<std::int64_t>(connection, "PRAGMA user_version", result);
+    if (!schemaVersion) return failed(result);
+    const auto dataVersion = queryOne<std::int64_t>(connection, "PRAGMA data_version", result);
+    if (!dataVersion) return failed(result);
+
+    Contents contents{DefaultsFileState::usable, *tables == 0, {}, *dataVersion, SQLITE_OK};
+    if (contents.fresh) return contents;
+    if (*applicationId != kApplicationId || *schemaVersion != kSchemaVersion) return damaged();
+
+    // Reading every row would miss a broken index or free list, which would then fail every
+    // later write without a word; the quick check reads each page once more.
+    const auto check = queryOne<std::string>(connection, "PRAGMA quick_check", result);
+    if (!check) return failed(result);
+    if (*check != "ok") return damaged();
+
+    auto rows = prepare(connection, "SELECT key, kind, value FROM defaults", result);
+    if ((result & 0xff) == SQLITE_ERROR) return damaged(); // our mark, but not our table
+    if (result != SQLITE_OK) return failed(result);
+    while ((result = sqlite3_step(rows.get())) == SQLITE_ROW) {
+        const auto* key = reinterpret_cast<const char*>(sqlite3_column_text(rows.get(), 0));
+        if (key == nullptr) continue;
+        const auto keySize = static_cast<std::size_t>(sqlite3_column_bytes(rows.get(), 0));
+        if (auto value = decode(rows.get())) {
+            contents.values.insert_or_assign(std::string(key, keySize),
+                                             std::make_shared<const DefaultsEntry>(std::move(*value)));
+        }
+    }
+    if (result != SQLITE_DONE) return failed(result);
+    return contents;
+}
+
+// One read transaction, so that the values and the data version describe the same moment.
+Contents readContents(sqlite3* connection)
+{
+    const int result = execute(connection, "BEGIN");
+    if (result != SQLITE_OK) return failed(result);
+    Contents contents = readInTransaction(connection);
+    execute(connection, "ROLLBACK");
+    return contents;
+}
+
+sqlite::Connection connect(const std::string& name, int flags, int& result)
+{
+    sqlite3* handle = nullptr;
+    result = sqlite3_open_v2(name.c_str(), &handle, flags, nullptr);
+    sqlite::Connection connection(handle); // a failed open still allocates a handle
+    if (result != SQLITE_OK) return nullptr;
+    sqlite3_busy_timeout(handle, kBusyTimeoutMilliseconds);
+    // Turns more kinds of page damage into SQLITE_CORRUPT at the moment the page is read.
+    execute(handle, "PRAGMA cell_size_check=ON");
+    return connection;
+}
+
+std::string immutableUri(const fs::path& file)
+{
+    static constexpr char hex[] = "0123456789ABCDEF";
+    std::error_code failed;
+    const fs::path absolute = fs::absolute(file, failed);
+    std::string uri = "file:";
+    for (const unsigned char c : (failed ? file : absolute).string()) {
+        const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+        if (plain || c == '/' || c == '.' || c == '-' || c == '_' || c == '~') {
+            uri += static_cast<char>(c);
+        } else {
+            uri += '%';
+            uri += hex[c >> 4];
+            uri += hex[c & 15];
+        }
+    }
+    return uri + "?immutable=1";
+}
+
+// Closing the last connection would checkpoint the write-ahead log into the file; a damaged file
+// is kept as it was found.
+void closeWithoutCheckpoint(sqlite::Connection connection)
+{
+    if (connection) sqlite3_db_config(connection.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+}
+
+// Switching to the write-ahead log needs the file to itself for a moment, and SQLite does not
+// wait for that as it waits for locks: another instance starting at the same time is waited
+// for here. Should the switch never come, the rollback journal is just as atomic, only slower.
+bool useWriteAheadLog(sqlite3* connection)
+{
+    constexpr int stepMilliseconds = 5;
+    for (int waited = 0;; waited += stepMilliseconds) {
+        int result = SQLITE_OK;
+        const auto mode = queryOne<std::string>(connection, "PRAGMA journal_mode=WAL", result);
+        if (mode && *mode == "wal") return true;
+        if (!mode && (result & 0xff) != SQLITE_BUSY) return false;
+        if (waited >= kBusyTimeoutMilliseconds) return mode.has_value();
+        std::this_thread::sleep_for(std::chrono::milliseconds(stepMilliseconds));
+    }
+}
+
+bool createTable(sqlite3* connection)
+{
+    const std::string sql = "BEGIN IMMEDIATE;" + std::string(kCreateTable) +
+                            ";PRAGMA application_id=" + std::to_string(kApplicationId) +
+                            ";PRAGMA user_version=" + std::to_string(kSchemaVersion) + ";COMMIT";
+    if (execute(connection, sql.c_str()) == SQLITE_OK) return true;
+    execute(connection, "ROLLBACK");
+    return false;
+}
+
+std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connection, Contents& contents)
+{
+    sqlite3* handle = connection.get();
+    if (sqlite3_db_readonly(handle, "main") != 0) return nullptr;
+    // Larger pages cut a saved game's chain of overflow pages to a quarter, which makes its
+    // commit about a quarter faster. Only a new file can take them.
+    if (contents.fresh) execute(handle, "PRAGMA page_size=16384");
+    // A commit in the write-ahead log counts only once its commit frame, checksummed together
+    // with the frames before it, is complete; a crash at any moment leaves the file at the last
+    // whole commit. FULL also syncs the log at every commit, so a flush survives a power loss
+    // too, not just a crash of the program; the price is paid on the writer thread.
+    if (!useWriteAheadLog(handle)) return nullptr;
+    if (execute(handle, "PRAGMA synchronous=FULL") != SQLITE_OK) return nullptr;
+    if (contents.fresh) {
+        if (!createTable(handle)) return nullptr;
+        // Another instance may have made the table and written to it in the meantime.
+        Contents created = readContents(handle);
+        if (created.state != DefaultsFileState::usable || created.fresh) return nullptr;
+        contents = std::move(created);
+    }
+    return DefaultsDatabase::create(std::move(connection), contents.values, contents.dataVersion);
+}
+
+int bindValue(sqlite3_stmt* statement, bool value)
+{
+    const int result = sqlite3_bind_int64(statement, 2, static_cast<sqlite3_int64>(Kind::boolean));
+    return result != SQLITE_OK ? result : sqlite3_bind_int64(statement, 3, value ? 1 : 0);
+}
+
+int bindValue(sqlite3_stmt* statement, std::int64_t value)
+{
+    const int result = sqlite3_bind_int64(statement, 2, static_cast<sqlite3_int64>(Kind::integer));
+    return result != SQLITE_OK ? result : sqlite3_bind_int64(statement, 3, value);
+}
+
+// The statement is reset right after its step, so the bytes need not be copied by SQLite.
+int bindValue(sqlite3_stmt* statement, const std::string& value)
+{
+    const int result = sqlite3_bind_int64(statement, 2, static_cast<sqlite3_int64>(Kind::text));
+    if (result != SQLITE_OK) return result;
+    return sqlite3_bind_text64(statement, 3, value.data(), value.size(), SQLITE_STATIC, SQLITE_UTF8);
+}
+
+int bindValue(sqlite3_stmt* statement, const DefaultsData& value)
+{
+    const int result = sqlite3_bind_int64(statement, 2, static_cast<sqlite3_int64>(Kind::data));
+    if (result != SQLITE_OK) return result;
+    // A null pointer would bind NULL, not an empty blob.
+    if (value.empty()) return sqlite3_bind_zeroblob(statement, 3, 0);
+    return sqlite3_bind_blob64(statement, 3, value.data(), value.size(), SQLITE_STATIC);
+}
+
+int bindKey(sqlite3_stmt* statement, const std::string& key)
+{
+    return sqlite3_bind_text64(statement, 1, key.data(), key.size(), SQLITE_STATIC, SQLITE_UTF8);
+}
+
+bool runOnce(sqlite3_stmt* statement)
+{
+    const bool done = sqlite3_step(statement) == SQLITE_DONE;
+    sqlite3_reset(statement);
+    sqlite3_clear_bindings(statement);
+    return done;
+}
+
+} // namespace
+
+std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(
+    sqlite::Connection connection, const DefaultsValues& contents, std::int64_t dataVersion)
+{
+    std::unique_ptr<DefaultsDatabase> database(new DefaultsDatabase());
+    sqlite3* handle = connection.get();
+    int result = SQLITE_OK;
+    database->upsert_ = prepare(handle,
+                                "INSERT INTO defaults (key, kind, value) VALUES (?1, ?2, ?3) "
+                                "ON CONFLICT (key) DO UPDATE SET kind = excluded.kind, value = excluded.value",
+                                result);
+    if (result != SQLITE_OK) return nullptr;
+    database->delete_ = prepare(handle, "DELETE FROM defaults WHERE key = ?1", result);
+    if (result != SQLITE_OK) return nullptr;
+    database->dataVersion_ = prepare(handle, "PRAGMA data_version", result);
+    if (result != SQLITE_OK) return nullptr;
+    database->connection_ = std::move(connection);
+    database->known_ = contents;
+    database->knownDataVersion_ = dataVersion;
+    return database;
+}
+
+DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& changes)
+{
+    sqlite3* handle = connection_.get();
+    // Taking the write lock first means a busy file is waited for here, never half-way through.
+    if (execute(handle, "BEGIN IMMEDIATE") != SQLITE_OK) return {};
+
+    sqlite3_stmt* version = dataVersion_.get();
+    const bool versionRead = sqlite3_step(version) == SQLITE_ROW;
+    const std::int64_t dataVersion = versionRead ? sqlite3_column_int64(version, 0) : 0;
+    sqlite3_reset(version);
+    if (!versionRead) {
+        abandon();
+        return {};
+    }
+    if (dataVersion != knownDataVersion_) {
+        // Another instance committed: what we knew may be stale, and a value equal to our
+        // last one must be written again so that the later write wins.
+        known_.clear();
+        knowsEveryKey_ = false;
+        knownDataVersion_ = dataVersion;
+    }
+
+    std::size_t rows = 0;
+    for (const auto& [key, value] : changes) {
+        if (holds(key, value)) continue;
+        if (!(value ? store(key, value->value()) : erase(key))) {
+            abandon();
+            return {};
+        }
+        ++rows;
+    }
+    if (rows == 0) {
+        execute(handle, "ROLLBACK");
+        return {true, 0};
+    }
+    if (execute(handle, "COMMIT") != SQLITE_OK) {
+        abandon();
+        return {};
+    }
+    for (const auto& [key, value] : changes) known_.insert_or_assign(key, value);
+    return {true, rows};
+}
+
+bool DefaultsDatabase::holds(const std::string& key, const SharedDefaultsValue& value) const
+{
+    const auto found = known_.find(key);
+    if (found == known_.end()) return knowsEveryKey_ && !value;
+    const SharedDefaultsValue& held = found->second;
+    if (!held || !value) return held == value;
+    return held == value || held->value() == value->value();
+}
+
+bool DefaultsDatabase::store(const std::string& key, const DefaultsValue& value)
+{
+    sqlite3_stmt* statement = upsert_.get();
+    const int bound = bindKey(statement, key);
+    if (bound != SQLITE_OK ||
+        std::visit([statement](const auto& typed) { return bindValue(statement, typed); }, value) != SQLITE_OK) {
+        sqlite3_clear_bindings(statement);
+        return false;
+    }
+    return runOnce(statement);
+}
+
+bool DefaultsDatabase::erase(const std::string& key)
+{
+    sqlite3_stmt* statement = delete_.get();
+    if (bindKey(statement, key) != SQLITE_OK) return false;
+    return runOnce(statement);
+}
+
+void DefaultsDatabase::abandon()
+{
+    // After a failed commit the file may hold either side; assume nothing about it.
+    execute(connection_.get(), "ROLLBACK");
+    known_.clear();
+    knowsEveryKey_ = false;
+}
+
+OpenedDefaults openDefaultsDatabase(const fs::path& file)
+{
+    OpenedDefaults opened;
+    int result = SQLITE_OK;
+    auto connection = connect(file.string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, result);
+    Contents contents = connection ? readContents(connection.get()) : failed(result);
+
+    // A folder we may not write to can still hold a file we can read. Without its "-shm"
+    // companion, which cannot be made there, SQLite reads it only when told that the file cannot
+    // change, as good as true where not even that companion can be made. A file another instance
+    // holds locked is not one of those: it must not be read past the lock.
+    if (contents.state == DefaultsFileState::unavailable && (contents.failure & 0xff) != SQLITE_BUSY) {
+        for (const auto& [name, flags] : {std::pair{file.string(), SQLITE_OPEN_READONLY},
+                                          std::pair{immutableUri(file), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI}}) {
+            connection.reset();
+            connection = connect(name, flags, result);
+            contents = connection ? readContents(connection.get()) : failed(result);
+            if (contents.state != DefaultsFileState::unavailable || (contents.failure & 0xff) == SQLITE_BUSY) break;
+        }
+        if (contents.state == DefaultsFileState::usable) {
+            opened.state = DefaultsFileState::usable;
+            opened.values = std::move(contents.values);
+            return opened;
+        }
+    }
+    if (contents.state != DefaultsFileState::usable) {
+        if (contents.state == DefaultsFileState::damaged) closeWithoutCheckpoint(std::move(connection));
+        opened.state = contents.state;
+        return opened;
+    }
+
+    opened.state = DefaultsFileState::usable;
+    opened.database = prepareForWriting(std::move(connection), contents);
+    opened.values = std::move(contents.values);
+    return opened;
+}
+
+} // namespace zelvaine

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "store/defaults_database.hpp"
+#include "store/defaults_store.hpp"
+
+#include <condition_variable>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
+namespace zelvaine {
+
+// The defaults store of the running game: one SQLite file, read whole at construction into an
+// in-memory copy that serves every read. A write changes the copy at once and is handed to one
+// background writer, which keeps only the newest value of each key and commits in transactions,
+// so no caller but flush() ever waits for the disk. Failed writes are dropped without a word:
+// the game must go on with or without a place to keep its defaults.
+class SqliteDefaultsStore final : public DefaultsStore {
+public:
+    // Uses the file at defaultDefaultsDatabasePath().
+    SqliteDefaultsStore();
+    // Creates the file and its folder when missing.
+    explicit SqliteDefaultsStore(std::filesystem::path file);
+    // Flushes, then stops the writer.
+    ~SqliteDefaultsStore() override;
+
+    SqliteDefaultsStore(const SqliteDefaultsStore&) = delete;
+    SqliteDefaultsStore& operator=(const SqliteDefaultsStore&) = delete;
+
+    std::optional<DefaultsValue> value(std::string_view key) const override;
+    void set(std::string_view key, DefaultsValue value) override;
+    // Takes the pieces as they are; the writer thread joins them.
+    void setData(std::string_view key, DataPieces pieces) override;
+    void remove(std::string_view key) override;
+    // Returns once every earlier write is committed, or its attempt has failed.
+    void flush() override;
+
+    const std::filesystem::path& file() const { return file_; }
+    // The file found at start was damaged: it was set aside under keptAsidePath() and this run
+    // started from an empty store, which the application may want to mention.
+    bool recoveredFromDamage() const { return keptAsidePath_.has_value(); }
+    const std::optional<std::filesystem::path>& keptAsidePath() const { return keptAsidePath_; }
+
+    struct WriterCounts {
+        std::uint64_t transactions = 0; // committed transactions that changed the file
+        std::uint64_t rows = 0;         // rows written or deleted by them
+    };
+    WriterCounts writerCounts() const;
+
+private:
+    void store(std::string_view key, SharedDefaultsValue value);
+    // Queues the change; gives back displaced values for the caller to free when too many wait.
+    std::vector<SharedDefaultsValue> enqueue(std::string_view key, SharedDefaultsValue value);
+    void runWriter();
+
+    const std::filesystem::path file_;
+    std::optional<std::filesystem::path> keptAsidePath_;
+    // Used by the writer thread only, once it has started.
+    std::unique_ptr<DefaultsDatabase> database_;
+
+    mutable std::mutex mutex_;
+    DefaultsValues values_;
+    DefaultsChanges pending_;
+    // Values displaced by newer ones, left for the writer to release: freeing a saved game of
+    // several megabytes can cost the caller a millisecond.
+    std::vector<SharedDefaultsValue> retired_;
+    // Every write and every flush that finds changes waiting takes the next number; settled_
+    // is the highest number whose changes have been committed or have failed.
+    std::uint64_t requested_ = 0;
+    std::uint64_t settled_ = 0;
+    // After a failure the changes stay pending, but wait for the next write or flush instead of
+    // being retried in a loop against a disk that refuses them.
+    bool holdRetry_ = false;
+    bool stopping_ = false;
+    WriterCounts counts_;
+    std::condition_variable writerWake_;
+    std::condition_variable settledChanged_;
+    std::thread writer_;
+};
+
+} // namespace zelvaine
