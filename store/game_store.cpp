@@ -294,13 +294,13 @@ void GameStore::toggleSelection(const MoveSource& source)
     setSelection(selection_ == source ? std::nullopt : std::optional(source));
 }
 
-bool GameStore::handleTap(const MoveDestination& destination, const MoveSource& tapped)
+bool GameStore::handleTap(const MoveDestination& destination, const std::optional<MoveSource>& tapped)
 {
     if (!selection_) return false;
     if (canMove(*selection_, destination)) return move(*selection_, destination);
-    if (tapped == *selection_) {
+    if (tapped == selection_) {
         setSelection(std::nullopt);
-    } else if (movableCardsView(state_, tapped)) {
+    } else if (tapped && movableCardsView(state_, *tapped)) {
         setSelection(tapped);
     } else {
         setSelection(std::nullopt);

@@ -93,7 +93,8 @@ public:
 
     void toggleSelection(const MoveSource& source);
     bool isSelected(const MoveSource& source) const { return selection_ == source; }
-    bool handleTap(const MoveDestination& destination, const MoveSource& tapped);
+    // `tapped` is the source under the tap, when the tapped card could be one.
+    bool handleTap(const MoveDestination& destination, const std::optional<MoveSource>& tapped);
     bool registerTap(const MoveSource& source);
 
     void showHint();

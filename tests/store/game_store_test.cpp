@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace zelvaine {
 namespace {
 
@@ -457,6 +459,35 @@ TEST_F(GameStoreTest, GameIdentifierFollowsTheDeal)
     handOnly.hand[2] = card("4D");
     EXPECT_EQ(playing(handOnly).gameIdentifier(), handOnly.hand[2]->id.text());
     EXPECT_EQ(playing(testing::emptyBoard()).gameIdentifier(), "empty-deal");
+}
+
+// A deal-shaped position (ten columns of ten, a full hand) with every card sorted from kings on
+// top to aces at the bottom: it is won by double-tapping whatever can go to a foundation.
+TEST_F(GameStoreTest, PlaysADealToAWinWithDoubleTaps)
+{
+    std::vector<PlayingCard> sorted = makeTwoDeckSet();
+    std::ranges::stable_sort(sorted, std::greater<>{}, &PlayingCard::rank);
+    GameState deal;
+    deal.tableau.resize(10);
+    deal.foundations.resize(8);
+    for (std::size_t i = 0; i < 100; ++i) deal.tableau[i / 10].push_back(sorted[i]);
+    for (std::size_t i = 100; i < 104; ++i) deal.hand.emplace_back(sorted[i]);
+    ASSERT_TRUE(isWellFormed(deal));
+
+    GameStore store = playing(deal);
+    for (int taps = 0; taps < 200 && !isWon(store.state()); ++taps) {
+        const auto step = nextFoundationAutoMove(store.state());
+        ASSERT_TRUE(step) << "stuck after " << store.state().moveCount << " moves";
+        // Two taps on the same card within the double-tap interval.
+        now += 1;
+        EXPECT_FALSE(store.registerTap(step->source));
+        now += 0.2;
+        ASSERT_TRUE(store.registerTap(step->source));
+        ASSERT_TRUE(store.autoMove(step->source));
+    }
+    EXPECT_TRUE(isWon(store.state()));
+    EXPECT_EQ(store.state().moveCount, 104);
+    EXPECT_EQ(store.history().size(), 104U);
 }
 
 // Eight king-to-ace runs: the game finishes by foundation moves alone, through the store,

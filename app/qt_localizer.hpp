@@ -1,0 +1,14 @@
+#pragma once
+
+#include "engine/localizer.hpp"
+
+namespace zelvaine {
+
+// Looks the core's texts up in the application's translations (Qt Linguist files); English
+// stays when there is none.
+class QtLocalizer final : public Localizer {
+public:
+    std::string translate(std::string_view context, std::string_view key) const override;
+};
+
+} // namespace zelvaine

@@ -1,0 +1,174 @@
+#include "ui/game_board.hpp"
+
+#include "engine/move_rules.hpp"
+#include "ui/tap_router.hpp"
+
+namespace zelvaine {
+namespace {
+
+MoveSource sourceOf(int kind, int index, int cardIndex)
+{
+    switch (kind) {
+    case 1: return MoveSource::hand(index);
+    case 2: return MoveSource::foundation(index);
+    default: return MoveSource::tableau(index, cardIndex);
+    }
+}
+
+} // namespace
+
+GameBoard::GameBoard(GameStore& store, QObject* parent) : QObject(parent), store_(store)
+{
+    for (std::size_t c = 0; c < tableauColumnCount; ++c) columns_.push_back(std::make_unique<CardListModel>(this));
+    token_ = store_.observe([this](GameStoreProperty property) { onStoreChanged(property); });
+    refreshPlaces();
+    refreshTargets();
+}
+
+GameBoard::~GameBoard() { store_.unobserve(token_); }
+
+QList<QObject*> GameBoard::columns() const
+{
+    QList<QObject*> list;
+    for (const auto& column : columns_) list.append(column.get());
+    return list;
+}
+
+int GameBoard::moveCount() const { return static_cast<int>(store_.state().moveCount); }
+
+bool GameBoard::won() const { return isWon(store_.state()); }
+
+int GameBoard::selectionKind() const
+{
+    return store_.selection() ? static_cast<int>(store_.selection()->kind) : -1;
+}
+
+int GameBoard::selectionIndex() const { return store_.selection() ? static_cast<int>(store_.selection()->index) : -1; }
+
+int GameBoard::selectionCardIndex() const
+{
+    return store_.selection() ? static_cast<int>(store_.selection()->cardIndex) : -1;
+}
+
+QString GameBoard::message() const
+{
+    return store_.message() ? QString::fromStdString(*store_.message()) : QString();
+}
+
+int GameBoard::messageKind() const { return store_.messageKind() ? static_cast<int>(*store_.messageKind()) : -1; }
+
+void GameBoard::onStoreChanged(GameStoreProperty property)
+{
+    switch (property) {
+    case GameStoreProperty::state:
+        refreshPlaces();
+        refreshTargets();
+        emit stateChanged();
+        break;
+    case GameStoreProperty::selection:
+        refreshTargets();
+        emit selectionChanged();
+        break;
+    case GameStoreProperty::message:
+    case GameStoreProperty::messageKind: emit messageChanged(); break;
+    default: break;
+    }
+}
+
+void GameBoard::refreshPlaces()
+{
+    const GameState& state = store_.state();
+    for (std::size_t c = 0; c < columns_.size(); ++c) {
+        std::vector<CardListModel::Row> rows;
+        const Pile& cards = c < state.tableau.size() ? state.tableau[c] : Pile{};
+        rows.reserve(cards.size());
+        for (std::size_t i = 0; i < cards.size(); ++i) {
+            const bool movable = isValidString(state, static_cast<std::int64_t>(c), static_cast<std::int64_t>(i));
+            rows.push_back({cards[i], movable, 1});
+        }
+        columns_[c]->setRows(std::move(rows));
+    }
+
+    std::vector<CardListModel::Row> handRows;
+    for (const HandSlot& slot : state.hand) handRows.push_back({slot, slot.has_value(), slot ? 1 : 0});
+    hand_.setRows(std::move(handRows));
+
+    std::vector<CardListModel::Row> tops;
+    for (const Pile& pile : state.foundations) {
+        tops.push_back({pile.empty() ? std::nullopt : std::optional(pile.back()), !pile.empty(),
+                        static_cast<int>(pile.size())});
+    }
+    foundations_.setRows(std::move(tops));
+}
+
+void GameBoard::refreshTargets()
+{
+    QList<bool> columns(static_cast<qsizetype>(tableauColumnCount), false);
+    QList<bool> foundations(static_cast<qsizetype>(foundationCount), false);
+    QList<bool> hand(static_cast<qsizetype>(handSlotCount), false);
+    if (const auto& selection = store_.selection()) {
+        for (qsizetype c = 0; c < columns.size(); ++c) columns[c] = store_.canMove(*selection, MoveDestination::tableau(c));
+        for (qsizetype f = 0; f < foundations.size(); ++f) {
+            foundations[f] = store_.canMove(*selection, MoveDestination::foundation(f));
+        }
+        for (qsizetype s = 0; s < hand.size(); ++s) hand[s] = store_.canMove(*selection, MoveDestination::hand(s));
+    }
+    if (columns == columnTargets_ && foundations == foundationTargets_ && hand == handTargets_) return;
+    columnTargets_ = columns;
+    foundationTargets_ = foundations;
+    handTargets_ = hand;
+    emit targetsChanged();
+}
+
+void GameBoard::tapTableauCard(int column, int cardIndex) { taps::onTableauCard(store_, column, cardIndex); }
+
+void GameBoard::tapColumn(int column) { taps::onEmptyPlace(store_, MoveDestination::tableau(column)); }
+
+void GameBoard::tapHand(int slot)
+{
+    const auto& hand = store_.state().hand;
+    if (slot >= 0 && static_cast<std::size_t>(slot) < hand.size() && hand[static_cast<std::size_t>(slot)]) {
+        taps::onHandCard(store_, slot);
+    } else {
+        taps::onEmptyPlace(store_, MoveDestination::hand(slot));
+    }
+}
+
+void GameBoard::tapFoundation(int index)
+{
+    const auto& piles = store_.state().foundations;
+    if (index >= 0 && static_cast<std::size_t>(index) < piles.size() && !piles[static_cast<std::size_t>(index)].empty()) {
+        taps::onFoundationCard(store_, index);
+    } else {
+        taps::onEmptyPlace(store_, MoveDestination::foundation(index));
+    }
+}
+
+void GameBoard::tapTable() { taps::onTable(store_); }
+
+bool GameBoard::canMoveToAnyFoundation(int kind, int index, int cardIndex) const
+{
+    return store_.canMoveToAnyFoundation(sourceOf(kind, index, cardIndex));
+}
+
+bool GameBoard::canMoveToHand(int kind, int index, int cardIndex) const
+{
+    return store_.canMove(sourceOf(kind, index, cardIndex), MoveDestination::hand());
+}
+
+void GameBoard::moveToFoundation(int kind, int index, int cardIndex)
+{
+    store_.moveToFoundation(sourceOf(kind, index, cardIndex));
+}
+
+void GameBoard::moveToHand(int kind, int index, int cardIndex)
+{
+    store_.move(sourceOf(kind, index, cardIndex), MoveDestination::hand());
+}
+
+void GameBoard::moveToColumn(int kind, int index, int cardIndex, int column)
+{
+    store_.move(sourceOf(kind, index, cardIndex), MoveDestination::tableau(column));
+}
+
+} // namespace zelvaine

@@ -1,0 +1,104 @@
+#pragma once
+
+// moc cannot read the C++20 standard headers these pull in, and needs nothing from them.
+#ifndef Q_MOC_RUN
+#include "store/game_store.hpp"
+#endif
+#include "ui/card_list_model.hpp"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+namespace zelvaine {
+
+// The game store as QML sees it: the places' cards as models, the selection, the legal
+// destinations to highlight and the message, each with its change signal; and the player's
+// taps and commands, handed to the store. It holds no game logic.
+class GameBoard : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the application around its store")
+    Q_PROPERTY(QList<QObject*> columns READ columns CONSTANT FINAL)
+    Q_PROPERTY(CardListModel* hand READ hand CONSTANT FINAL)
+    Q_PROPERTY(CardListModel* foundations READ foundations CONSTANT FINAL)
+    Q_PROPERTY(int moveCount READ moveCount NOTIFY stateChanged FINAL)
+    Q_PROPERTY(bool won READ won NOTIFY stateChanged FINAL)
+    Q_PROPERTY(bool canUndo READ canUndo NOTIFY stateChanged FINAL)
+    Q_PROPERTY(bool canRedo READ canRedo NOTIFY stateChanged FINAL)
+    // -1 nothing, 0 a column's card, 1 a hand slot, 2 a foundation.
+    Q_PROPERTY(int selectionKind READ selectionKind NOTIFY selectionChanged FINAL)
+    Q_PROPERTY(int selectionIndex READ selectionIndex NOTIFY selectionChanged FINAL)
+    Q_PROPERTY(int selectionCardIndex READ selectionCardIndex NOTIFY selectionChanged FINAL)
+    Q_PROPERTY(QList<bool> columnTargets READ columnTargets NOTIFY targetsChanged FINAL)
+    Q_PROPERTY(QList<bool> foundationTargets READ foundationTargets NOTIFY targetsChanged FINAL)
+    Q_PROPERTY(QList<bool> handTargets READ handTargets NOTIFY targetsChanged FINAL)
+    Q_PROPERTY(QString message READ message NOTIFY messageChanged FINAL)
+    // -1 none, 0 hint, 1 move feedback, 2 notice.
+    Q_PROPERTY(int messageKind READ messageKind NOTIFY messageChanged FINAL)
+
+public:
+    explicit GameBoard(GameStore& store, QObject* parent = nullptr);
+    ~GameBoard() override;
+
+    QList<QObject*> columns() const;
+    CardListModel* hand() { return &hand_; }
+    CardListModel* foundations() { return &foundations_; }
+    int moveCount() const;
+    bool won() const;
+    bool canUndo() const { return !store_.history().empty(); }
+    bool canRedo() const { return !store_.redoHistory().empty(); }
+    int selectionKind() const;
+    int selectionIndex() const;
+    int selectionCardIndex() const;
+    QList<bool> columnTargets() const { return columnTargets_; }
+    QList<bool> foundationTargets() const { return foundationTargets_; }
+    QList<bool> handTargets() const { return handTargets_; }
+    QString message() const;
+    int messageKind() const;
+
+    Q_INVOKABLE void tapTableauCard(int column, int cardIndex);
+    Q_INVOKABLE void tapColumn(int column);
+    Q_INVOKABLE void tapHand(int slot);
+    Q_INVOKABLE void tapFoundation(int index);
+    Q_INVOKABLE void tapTable();
+
+    // The context menu of a card; `kind` as in selectionKind.
+    Q_INVOKABLE bool canMoveToAnyFoundation(int kind, int index, int cardIndex) const;
+    Q_INVOKABLE bool canMoveToHand(int kind, int index, int cardIndex) const;
+    Q_INVOKABLE void moveToFoundation(int kind, int index, int cardIndex);
+    Q_INVOKABLE void moveToHand(int kind, int index, int cardIndex);
+    Q_INVOKABLE void moveToColumn(int kind, int index, int cardIndex, int column);
+
+    Q_INVOKABLE void newGame() { store_.newGame(); }
+    Q_INVOKABLE void undo() { store_.undo(); }
+    Q_INVOKABLE void redo() { store_.redo(); }
+    Q_INVOKABLE void showHint() { store_.showHint(); }
+    Q_INVOKABLE void clearMessage() { store_.clearMessage(); }
+
+    GameStore& store() { return store_; }
+    const CardListModel& column(int index) const { return *columns_[static_cast<std::size_t>(index)]; }
+
+signals:
+    void stateChanged();
+    void selectionChanged();
+    void targetsChanged();
+    void messageChanged();
+
+private:
+    void onStoreChanged(GameStoreProperty property);
+    void refreshPlaces();
+    void refreshTargets();
+
+    GameStore& store_;
+    Observable<GameStoreProperty>::Token token_;
+    std::vector<std::unique_ptr<CardListModel>> columns_;
+    CardListModel hand_;
+    CardListModel foundations_;
+    QList<bool> columnTargets_;
+    QList<bool> foundationTargets_;
+    QList<bool> handTargets_;
+};
+
+} // namespace zelvaine

@@ -1,0 +1,57 @@
+#pragma once
+
+// moc cannot read the C++20 standard headers these pull in, and needs nothing from them.
+#ifndef Q_MOC_RUN
+#include "store/game_preferences.hpp"
+#endif
+
+#include <QObject>
+#include <QVariant>
+#include <QtQml/qqmlregistration.h>
+
+namespace zelvaine {
+
+// The player's preferences and statistics for QML; writes go straight to GamePreferences.
+class PreferencesModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the application around its preferences")
+    Q_PROPERTY(bool showsHint READ showsHint WRITE setShowsHint NOTIFY changed FINAL)
+    Q_PROPERTY(bool showsUndo READ showsUndo WRITE setShowsUndo NOTIFY changed FINAL)
+    Q_PROPERTY(bool handOnRight READ handOnRight WRITE setHandOnRight NOTIFY changed FINAL)
+    Q_PROPERTY(bool showsMoveMessages READ showsMoveMessages WRITE setShowsMoveMessages NOTIFY changed FINAL)
+    Q_PROPERTY(bool soundsEnabled READ soundsEnabled WRITE setSoundsEnabled NOTIFY changed FINAL)
+    Q_PROPERTY(QVariant highScore READ highScore NOTIFY changed FINAL)
+    Q_PROPERTY(qint64 gamesPlayed READ gamesPlayed NOTIFY changed FINAL)
+    Q_PROPERTY(qint64 gamesWon READ gamesWon NOTIFY changed FINAL)
+    Q_PROPERTY(qint64 gamesLost READ gamesLost NOTIFY changed FINAL)
+
+public:
+    explicit PreferencesModel(GamePreferences& preferences, QObject* parent = nullptr);
+    ~PreferencesModel() override;
+
+    bool showsHint() const { return preferences_.showsHint(); }
+    bool showsUndo() const { return preferences_.showsUndo(); }
+    bool handOnRight() const { return preferences_.landscapeHandSide() == LandscapeHandSide::right; }
+    bool showsMoveMessages() const { return preferences_.showsMoveMessages(); }
+    bool soundsEnabled() const { return preferences_.soundsEnabled(); }
+    QVariant highScore() const;
+    qint64 gamesPlayed() const { return preferences_.gamesPlayed(); }
+    qint64 gamesWon() const { return preferences_.gamesWon(); }
+    qint64 gamesLost() const { return preferences_.gamesLost(); }
+
+    void setShowsHint(bool value) { preferences_.setShowsHint(value); }
+    void setShowsUndo(bool value) { preferences_.setShowsUndo(value); }
+    void setHandOnRight(bool value);
+    void setShowsMoveMessages(bool value) { preferences_.setShowsMoveMessages(value); }
+    void setSoundsEnabled(bool value) { preferences_.setSoundsEnabled(value); }
+
+signals:
+    void changed();
+
+private:
+    GamePreferences& preferences_;
+    Observable<GamePreferencesProperty>::Token token_;
+};
+
+} // namespace zelvaine

@@ -1,0 +1,46 @@
+import QtQuick
+
+// The panel behind the hand or the foundations: a faint tinted card table with its title.
+Item {
+    id: panel
+
+    property string title
+    property string icon
+    property color accent: "#ffd54a"
+    default property alias content: body.data
+
+    implicitWidth: body.implicitWidth + 20
+    implicitHeight: heading.height + 5 + body.implicitHeight + 20
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 12
+        color: Qt.rgba(panel.accent.r, panel.accent.g, panel.accent.b, 0.055)
+    }
+    Row {
+        id: heading
+        x: 10
+        y: 8
+        spacing: 4
+        Text {
+            text: panel.icon
+            font.pixelSize: 8
+            color: Qt.rgba(1, 0.84, 0.29, 0.82)
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        Text {
+            text: panel.title
+            font.pixelSize: 11
+            font.weight: Font.DemiBold
+            font.letterSpacing: 1
+            color: Qt.rgba(1, 0.84, 0.29, 0.82)
+        }
+    }
+    Item {
+        id: body
+        x: 10
+        y: heading.y + heading.height + 5
+        implicitWidth: childrenRect.width
+        implicitHeight: childrenRect.height
+    }
+}

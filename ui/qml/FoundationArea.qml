@@ -1,0 +1,26 @@
+import QtQuick
+
+// The eight foundations in a row, each showing its top card.
+AreaPanel {
+    id: area
+
+    required property var board
+    required property real cardWidth
+
+    title: qsTr("FOUNDATIONS")
+    icon: "▤"
+    accent: "#ffd54a"
+
+    Row {
+        spacing: 12
+        Repeater {
+            model: area.board.foundations
+            delegate: PlaceSlot {
+                board: area.board
+                kind: 2
+                width: area.cardWidth
+                height: area.cardWidth / 0.7
+            }
+        }
+    }
+}

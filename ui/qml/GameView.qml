@@ -1,0 +1,122 @@
+import QtQuick
+import QtQuick.Layouts
+import Zelvaine
+
+// The board: the toolbar, the foundations, the ten columns and the hand, arranged for a tall
+// or a wide window, on the felt.
+Item {
+    id: view
+
+    required property var board
+    required property var preferences
+
+    objectName: "gameBoard"
+
+    BoardGeometry {
+        id: boardGeometry
+        width: view.width
+        height: view.height
+    }
+
+    FeltBackground {
+        anchors.fill: parent
+    }
+
+    // A tap on the bare table forgets the selection, the message and a pending double tap.
+    MouseArea {
+        anchors.fill: parent
+        onClicked: view.board.tapTable()
+    }
+
+    ColumnLayout {
+        id: frame
+        anchors.fill: parent
+        anchors.leftMargin: boardGeometry.sideMargin
+        anchors.rightMargin: boardGeometry.sideMargin
+        anchors.topMargin: boardGeometry.topMargin
+        anchors.bottomMargin: boardGeometry.bottomMargin
+        spacing: boardGeometry.stackSpacing
+
+        BoardToolbar {
+            board: view.board
+            preferences: view.preferences
+            Layout.fillWidth: true
+        }
+
+        Item {
+            id: arrangement
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+
+            // Only the arrangement in use exists, so every place has one item.
+            Loader {
+                anchors.fill: parent
+                sourceComponent: boardGeometry.portrait ? portraitArrangement : landscapeArrangement
+            }
+        }
+    }
+
+    // Portrait: foundations, tableau, hand, one above the other.
+    Component {
+        id: portraitArrangement
+        Item {
+            Column {
+                anchors.horizontalCenter: parent.horizontalCenter
+                spacing: 32
+                FoundationArea {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    board: view.board
+                    cardWidth: boardGeometry.cardWidth
+                }
+                Tableau {
+                    board: view.board
+                    geometry: boardGeometry
+                    availableHeight: arrangement.height - boardGeometry.cardHeight * 2 - 64 - 2 * 46
+                }
+                HandArea {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    board: view.board
+                    cardWidth: boardGeometry.cardWidth
+                }
+            }
+        }
+    }
+
+    // Landscape: the hand panel beside the foundations and the tableau.
+    Component {
+        id: landscapeArrangement
+        Item {
+            Row {
+                anchors.horizontalCenter: parent.horizontalCenter
+                spacing: boardGeometry.sectionSpacing
+                layoutDirection: view.preferences.handOnRight ? Qt.RightToLeft : Qt.LeftToRight
+                HandArea {
+                    board: view.board
+                    cardWidth: boardGeometry.cardWidth
+                    vertical: true
+                }
+                Column {
+                    spacing: 36
+                    FoundationArea {
+                        board: view.board
+                        cardWidth: boardGeometry.cardWidth
+                    }
+                    Tableau {
+                        board: view.board
+                        geometry: boardGeometry
+                        availableHeight: arrangement.height - boardGeometry.cardHeight - 36 - 46
+                    }
+                }
+            }
+        }
+    }
+
+    MessageToast {
+        board: view.board
+        preferences: view.preferences
+        z: 8000
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 32
+    }
+}

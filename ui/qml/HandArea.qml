@@ -1,0 +1,28 @@
+import QtQuick
+
+// The four hand slots, in a row under the tableau or stacked in the side panel.
+AreaPanel {
+    id: area
+
+    required property var board
+    required property real cardWidth
+    property bool vertical: false
+
+    title: qsTr("HAND")
+    icon: "◆"
+    accent: "#7fc8ff"
+
+    Grid {
+        columns: area.vertical ? 1 : 4
+        spacing: 12
+        Repeater {
+            model: area.board.hand
+            delegate: PlaceSlot {
+                board: area.board
+                kind: 1
+                width: area.cardWidth
+                height: area.cardWidth / 0.7
+            }
+        }
+    }
+}

@@ -1,0 +1,68 @@
+import QtQuick
+
+// A hand slot or a foundation: its card, or the empty place; taps on either go to the board.
+Item {
+    id: place
+
+    required property var board
+    // 1 a hand slot, 2 a foundation.
+    required property int kind
+    required property int index
+    required property bool hasCard
+    required property string face
+    required property string name
+    required property int pileSize
+
+    readonly property bool isSelected: board.selectionKind === kind && board.selectionIndex === index
+    readonly property bool isTarget: (kind === 1 ? board.handTargets : board.foundationTargets)[index] === true
+    readonly property string accessibleValue: hasCard ? card.accessibleValue : ""
+    readonly property string accessibleHint: qsTr("Tap to select, double tap to play an unambiguous move, or drag")
+
+    objectName: kind === 1 ? (hasCard ? "hand-" + index : "hand-empty-" + index) : "foundation-" + index
+    Accessible.role: Accessible.Button
+    Accessible.name: kind === 1 ? (hasCard ? name : qsTr("Empty hand slot %1").arg(index + 1))
+                                : qsTr("Foundation %1").arg(index + 1)
+    Accessible.description: kind === 2 || hasCard ? accessibleHint : ""
+    Accessible.selected: isSelected
+
+    EmptyCardSlot {
+        anchors.fill: parent
+        visible: !place.hasCard
+        highlighted: place.isTarget
+        symbol: place.kind === 2 ? "A" : ""
+    }
+    CardView {
+        id: card
+        anchors.fill: parent
+        visible: place.hasCard
+        face: place.face
+        name: place.name
+        isSelected: place.isSelected
+        showsTopEdgeShadow: place.kind === 2 && place.pileSize > 1
+    }
+    DashedOutline {
+        anchors.fill: parent
+        visible: place.hasCard && place.isTarget
+        lineWidth: 2.5
+        radius: 0.11969818287523212 * width
+        color: Qt.rgba(1, 0.8, 0, 0.9)
+    }
+    MouseArea {
+        anchors.fill: parent
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        onClicked: mouse => {
+            if (mouse.button === Qt.RightButton) {
+                if (place.hasCard) menu.popup();
+                return;
+            }
+            if (place.kind === 1) place.board.tapHand(place.index);
+            else place.board.tapFoundation(place.index);
+        }
+    }
+    SourceMoveMenu {
+        id: menu
+        board: place.board
+        kind: place.kind
+        index: place.index
+    }
+}

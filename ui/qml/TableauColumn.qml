@@ -1,0 +1,115 @@
+import QtQuick
+
+// One column of the tableau: its cards fanned to fit the height offered, the selection outline,
+// and the taps on its cards and on the table below them.
+Item {
+    id: column
+
+    required property var board
+    required property var geometry
+    required property int columnIndex
+    required property real cardWidth
+    required property real availableHeight
+
+    readonly property var cards: board.columns[columnIndex]
+    readonly property int count: cards.count
+    readonly property real cardHeight: cardWidth / 0.7
+    readonly property real offset: geometry.columnOffset(count, cardWidth, availableHeight)
+    readonly property bool isTarget: board.columnTargets[columnIndex] === true
+    readonly property int selectedStart: board.selectionKind === 0 && board.selectionIndex === columnIndex
+                                         ? board.selectionCardIndex : -1
+
+    width: cardWidth
+    height: Math.max(availableHeight, cardHeight + offset * Math.max(count - 1, 0))
+    objectName: "column-" + columnIndex
+
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Column %1, %2 cards").arg(columnIndex + 1).arg(count)
+
+    // The table under and below the cards names the column as a destination.
+    MouseArea {
+        anchors.fill: parent
+        onClicked: column.board.tapColumn(column.columnIndex)
+    }
+
+    EmptyCardSlot {
+        visible: column.count === 0
+        width: column.cardWidth
+        height: column.cardHeight
+        highlighted: column.isTarget
+    }
+
+    Repeater {
+        model: column.cards
+        delegate: CardView {
+            id: cardView
+            required property int index
+            required property var model
+            readonly property bool movable: model.movable
+
+            readonly property bool isLast: index === column.count - 1
+            readonly property string accessibleHint: movable
+                ? qsTr("Tap to select, double tap to play an unambiguous move, or drag this card and its valid string")
+                : qsTr("This card is blocked")
+
+            objectName: "tableau-" + column.columnIndex + "-" + index
+            y: index * column.offset
+            width: column.cardWidth
+            height: column.cardHeight
+            z: index
+            face: model.face
+            name: model.name
+            isSelected: column.selectedStart >= 0 && index >= column.selectedStart
+            showsSelectionBorder: false
+            Accessible.description: accessibleHint
+
+            // Only the visible strip answers; the last card answers with all of it.
+            MouseArea {
+                width: parent.width
+                height: cardView.isLast ? parent.height : column.offset
+                acceptedButtons: Qt.LeftButton | Qt.RightButton
+                onClicked: mouse => {
+                    if (mouse.button === Qt.RightButton) {
+                        if (!cardView.movable) return;
+                        menu.cardIndex = cardView.index;
+                        menu.popup();
+                    } else {
+                        column.board.tapTableauCard(column.columnIndex, cardView.index);
+                    }
+                }
+            }
+        }
+    }
+
+    // The legal destination mark over the lowest card.
+    DashedOutline {
+        visible: column.isTarget && column.count > 0
+        y: (column.count - 1) * column.offset
+        width: column.cardWidth
+        height: column.cardHeight
+        z: 1000
+        lineWidth: 2.5
+        radius: 0.11969818287523212 * column.cardWidth
+        color: Qt.rgba(1, 0.8, 0, 0.9)
+    }
+
+    Rectangle {
+        visible: column.selectedStart >= 0 && column.selectedStart < column.count
+        y: column.selectedStart * column.offset
+        width: column.cardWidth
+        height: column.cardHeight + column.offset * (column.count - column.selectedStart - 1)
+        z: 1001
+        radius: column.geometry.selectionRadius(column.cardWidth)
+        color: "transparent"
+        border.width: 3
+        border.color: "#ffcc00"
+        Accessible.ignored: true
+    }
+
+    SourceMoveMenu {
+        id: menu
+        board: column.board
+        kind: 0
+        index: column.columnIndex
+    }
+}
