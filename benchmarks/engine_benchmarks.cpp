@@ -132,6 +132,13 @@ void BM_canAutoComplete(benchmark::State& state)
 }
 BENCHMARK(BM_canAutoComplete);
 
+// A new game: 104 fresh ids and a secure shuffle.
+void BM_dealNewGame(benchmark::State& state)
+{
+    for (auto _ : state) benchmark::DoNotOptimize(dealNewGame());
+}
+BENCHMARK(BM_dealNewGame);
+
 void BM_canAutoCompleteAllCards(benchmark::State& state)
 {
     const GameState s = longestFinish();

@@ -3,6 +3,8 @@
 #include "engine/move_rules.hpp"
 #include "ui/tap_router.hpp"
 
+#include <limits>
+
 namespace zelvaine {
 namespace {
 
@@ -21,6 +23,8 @@ GameBoard::GameBoard(GameStore& store, QObject* parent) : QObject(parent), store
 {
     for (std::size_t c = 0; c < tableauColumnCount; ++c) columns_.push_back(std::make_unique<CardListModel>(this));
     token_ = store_.observe([this](GameStoreProperty property) { onStoreChanged(property); });
+    // The keyboard starts on the first column's lowest card.
+    focus_ = settleFocus({KeyboardFocus::Row::tableau, 0, std::numeric_limits<std::int64_t>::max()}, store_.state());
     refreshPlaces();
     refreshTargets();
 }
@@ -63,6 +67,10 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
     case GameStoreProperty::state:
         refreshPlaces();
         refreshTargets();
+        if (const KeyboardFocus settled = settleFocus(focus_, store_.state()); settled != focus_) {
+            focus_ = settled;
+            emit focusChanged();
+        }
         emit stateChanged();
         break;
     case GameStoreProperty::selection:
@@ -145,6 +153,32 @@ void GameBoard::tapFoundation(int index)
 }
 
 void GameBoard::tapTable() { taps::onTable(store_); }
+
+void GameBoard::moveFocus(int direction)
+{
+    if (focusShown_ && direction >= 0 && direction <= 3) {
+        focus_ = zelvaine::moveFocus(focus_, static_cast<KeyboardFocus::Direction>(direction), store_.state());
+    }
+    focus_ = settleFocus(focus_, store_.state());
+    focusShown_ = true;
+    emit focusChanged();
+}
+
+void GameBoard::activateFocus()
+{
+    if (!focusShown_) {
+        moveFocus(-1);
+        return;
+    }
+    zelvaine::activateFocus(store_, focus_);
+}
+
+void GameBoard::hideFocus()
+{
+    if (!focusShown_) return;
+    focusShown_ = false;
+    emit focusChanged();
+}
 
 bool GameBoard::canMoveToAnyFoundation(int kind, int index, int cardIndex) const
 {

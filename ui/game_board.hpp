@@ -3,6 +3,7 @@
 // moc cannot read the C++20 standard headers these pull in, and needs nothing from them.
 #ifndef Q_MOC_RUN
 #include "store/game_store.hpp"
+#include "ui/keyboard_focus.hpp"
 #endif
 #include "ui/card_list_model.hpp"
 
@@ -37,6 +38,10 @@ class GameBoard : public QObject {
     Q_PROPERTY(QString message READ message NOTIFY messageChanged FINAL)
     // -1 none, 0 hint, 1 move feedback, 2 notice.
     Q_PROPERTY(int messageKind READ messageKind NOTIFY messageChanged FINAL)
+    // The keyboard's place: -1 while the mouse plays; 0 foundations, 1 tableau, 2 hand.
+    Q_PROPERTY(int focusRow READ focusRow NOTIFY focusChanged FINAL)
+    Q_PROPERTY(int focusIndex READ focusIndex NOTIFY focusChanged FINAL)
+    Q_PROPERTY(int focusCardIndex READ focusCardIndex NOTIFY focusChanged FINAL)
 
 public:
     explicit GameBoard(GameStore& store, QObject* parent = nullptr);
@@ -57,6 +62,9 @@ public:
     QList<bool> handTargets() const { return handTargets_; }
     QString message() const;
     int messageKind() const;
+    int focusRow() const { return focusShown_ ? static_cast<int>(focus_.row) : -1; }
+    int focusIndex() const { return static_cast<int>(focus_.index); }
+    int focusCardIndex() const { return static_cast<int>(focus_.cardIndex); }
 
     Q_INVOKABLE void tapTableauCard(int column, int cardIndex);
     Q_INVOKABLE void tapColumn(int column);
@@ -70,6 +78,11 @@ public:
     Q_INVOKABLE void moveToFoundation(int kind, int index, int cardIndex);
     Q_INVOKABLE void moveToHand(int kind, int index, int cardIndex);
     Q_INVOKABLE void moveToColumn(int kind, int index, int cardIndex, int column);
+
+    // Arrow keys: 0 left, 1 right, 2 up, 3 down. The first key only shows where the focus is.
+    Q_INVOKABLE void moveFocus(int direction);
+    Q_INVOKABLE void activateFocus();
+    Q_INVOKABLE void hideFocus();
 
     Q_INVOKABLE void newGame() { store_.newGame(); }
     Q_INVOKABLE void undo() { store_.undo(); }
@@ -85,6 +98,7 @@ signals:
     void selectionChanged();
     void targetsChanged();
     void messageChanged();
+    void focusChanged();
 
 private:
     void onStoreChanged(GameStoreProperty property);
@@ -99,6 +113,8 @@ private:
     QList<bool> columnTargets_;
     QList<bool> foundationTargets_;
     QList<bool> handTargets_;
+    KeyboardFocus focus_;
+    bool focusShown_ = false;
 };
 
 } // namespace zelvaine

@@ -86,6 +86,7 @@ protected:
         ASSERT_TRUE(QTest::qWaitFor([this] { return window->isExposed(); }, 5000))
             << "platform " << QGuiApplication::platformName().toStdString();
         QTest::qWait(30); // the first frame
+        view->forceActiveFocus();
 
     }
 
@@ -186,6 +187,30 @@ TEST_F(GameViewTest, AMoveRebuildsOnlyTheColumnsItTouches)
         const int rebuilt = board->column(c).rebuiltRows() - before[static_cast<std::size_t>(c)];
         EXPECT_EQ(rebuilt, c == 0 || c == 4 ? 1 : 0) << "column " << c;
     }
+}
+
+TEST_F(GameViewTest, TheKeyboardPlaysToo)
+{
+    QTest::keyClick(window.get(), Qt::Key_Right); // shows the focus on column 1's lowest card
+    EXPECT_EQ(board->focusRow(), 1);
+    EXPECT_EQ(board->focusIndex(), 0);
+    EXPECT_EQ(board->focusCardIndex(), 9);
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    EXPECT_EQ(store->selection(), MoveSource::tableau(0, 9));
+    for (int i = 0; i < 4; ++i) QTest::keyClick(window.get(), Qt::Key_Right);
+    EXPECT_EQ(board->focusIndex(), 4);
+    QTest::keyClick(window.get(), Qt::Key_Space);
+    EXPECT_EQ(store->state().tableau[4].size(), 11U);
+
+    QTest::keyClick(window.get(), Qt::Key_Down); // onto the card just played
+    EXPECT_EQ(board->focusCardIndex(), 10);
+    QTest::keyClick(window.get(), Qt::Key_Down); // and on to the hand
+    EXPECT_EQ(board->focusRow(), 2);
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    EXPECT_EQ(store->selection(), MoveSource::hand(1));
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    EXPECT_FALSE(store->selection());
+    EXPECT_EQ(board->focusRow(), -1);
 }
 
 // Renders the dealt table for a look, and for the README.

@@ -11,6 +11,23 @@ Item {
     required property var preferences
 
     objectName: "gameBoard"
+    focus: true
+
+    // Keyboard play: arrows move the focus ring, Return or Space taps, Escape lets go.
+    Keys.onPressed: event => {
+        switch (event.key) {
+        case Qt.Key_Left: view.board.moveFocus(0); break;
+        case Qt.Key_Right: view.board.moveFocus(1); break;
+        case Qt.Key_Up: view.board.moveFocus(2); break;
+        case Qt.Key_Down: view.board.moveFocus(3); break;
+        case Qt.Key_Return:
+        case Qt.Key_Enter:
+        case Qt.Key_Space: view.board.activateFocus(); break;
+        case Qt.Key_Escape: view.board.tapTable(); view.board.hideFocus(); break;
+        default: return;
+        }
+        event.accepted = true;
+    }
 
     BoardGeometry {
         id: boardGeometry
@@ -25,7 +42,10 @@ Item {
     // A tap on the bare table forgets the selection, the message and a pending double tap.
     MouseArea {
         anchors.fill: parent
-        onClicked: view.board.tapTable()
+        onClicked: {
+            view.board.tapTable();
+            view.board.hideFocus();
+        }
     }
 
     ColumnLayout {

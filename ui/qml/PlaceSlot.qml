@@ -47,6 +47,16 @@ Item {
         radius: 0.11969818287523212 * width
         color: Qt.rgba(1, 0.8, 0, 0.9)
     }
+    Rectangle {
+        visible: place.board.focusRow === (place.kind === 1 ? 2 : 0) && place.board.focusIndex === place.index
+        anchors.fill: parent
+        anchors.margins: -4
+        radius: 8
+        color: "transparent"
+        border.width: 2
+        border.color: "#6ec6ff"
+        Accessible.ignored: true
+    }
     MouseArea {
         anchors.fill: parent
         acceptedButtons: Qt.LeftButton | Qt.RightButton

@@ -106,6 +106,23 @@ Item {
         Accessible.ignored: true
     }
 
+    // The keyboard's focus ring, around the focused card's visible strip.
+    Rectangle {
+        readonly property bool shown: column.board.focusRow === 1 && column.board.focusIndex === column.columnIndex
+        readonly property bool last: column.board.focusCardIndex >= column.count - 1
+        visible: shown
+        x: -4
+        y: (column.count === 0 ? 0 : column.board.focusCardIndex * column.offset) - 4
+        width: column.cardWidth + 8
+        height: (last ? column.cardHeight : column.offset) + 8
+        z: 1002
+        radius: 8
+        color: "transparent"
+        border.width: 2
+        border.color: "#6ec6ff"
+        Accessible.ignored: true
+    }
+
     SourceMoveMenu {
         id: menu
         board: column.board

@@ -1,0 +1,78 @@
+#include "ui/keyboard_focus.hpp"
+
+#include "store/in_memory_defaults_store.hpp"
+#include "tests/support/positions.hpp"
+
+#include <gtest/gtest.h>
+
+namespace zelvaine {
+namespace {
+
+using testing::card;
+using testing::cards;
+using Row = KeyboardFocus::Row;
+using Direction = KeyboardFocus::Direction;
+
+GameState board()
+{
+    GameState s = testing::emptyBoard();
+    s.tableau[0] = cards("KS 2D 9H 8S"); // 9H 8S can be picked up; 2D and KS cannot
+    s.tableau[1] = cards("10C");
+    s.tableau[9] = cards("4C");
+    s.hand[0] = card("AH");
+    return s;
+}
+
+TEST(KeyboardFocus, ArrowsWalkTheBoard)
+{
+    const GameState s = board();
+    KeyboardFocus focus{Row::tableau, 0, 3};
+    focus = moveFocus(focus, Direction::up, s);
+    EXPECT_EQ(focus, (KeyboardFocus{Row::tableau, 0, 2}));
+    focus = moveFocus(focus, Direction::up, s); // 2D starts no string: on to the foundations
+    EXPECT_EQ(focus, (KeyboardFocus{Row::foundations, 0, 0}));
+    focus = moveFocus(focus, Direction::left, s);
+    EXPECT_EQ(focus.index, 0);
+    focus = moveFocus(focus, Direction::down, s);
+    EXPECT_EQ(focus, (KeyboardFocus{Row::tableau, 0, 3})); // back on the lowest card
+    focus = moveFocus(focus, Direction::right, s);
+    EXPECT_EQ(focus, (KeyboardFocus{Row::tableau, 1, 0}));
+    focus = moveFocus(focus, Direction::right, s);
+    EXPECT_EQ(focus, (KeyboardFocus{Row::tableau, 2, 0})); // an empty column
+    focus = moveFocus(focus, Direction::down, s);
+    EXPECT_EQ(focus.row, Row::hand);
+    focus = moveFocus(focus, Direction::down, s);
+    EXPECT_EQ(focus.row, Row::hand);
+
+    // The last column lines up with the last foundation and the last hand slot.
+    EXPECT_EQ(moveFocus({Row::tableau, 9, 0}, Direction::up, s), (KeyboardFocus{Row::foundations, 7, 0}));
+    EXPECT_EQ(moveFocus({Row::tableau, 9, 0}, Direction::down, s), (KeyboardFocus{Row::hand, 3, 0}));
+    EXPECT_EQ(moveFocus({Row::hand, 3, 0}, Direction::up, s), (KeyboardFocus{Row::tableau, 9, 0}));
+    EXPECT_EQ(moveFocus({Row::foundations, 7, 0}, Direction::right, s), (KeyboardFocus{Row::foundations, 7, 0}));
+}
+
+TEST(KeyboardFocus, SettlesOnWhatIsThere)
+{
+    const GameState s = board();
+    EXPECT_EQ(settleFocus({Row::tableau, 1, 5}, s), (KeyboardFocus{Row::tableau, 1, 0}));
+    EXPECT_EQ(settleFocus({Row::hand, 9, 2}, s), (KeyboardFocus{Row::hand, 3, 0}));
+    EXPECT_EQ(settleFocus({Row::tableau, 4, 3}, s), (KeyboardFocus{Row::tableau, 4, 0}));
+}
+
+TEST(KeyboardFocus, ReturnPlaysLikeATap)
+{
+    InMemoryDefaultsStore defaults;
+    SilentSoundCues sound;
+    GameStore store(board(), defaults, sound);
+    activateFocus(store, {Row::tableau, 0, 2});
+    EXPECT_EQ(store.selection(), MoveSource::tableau(0, 2));
+    activateFocus(store, {Row::tableau, 1, 0});
+    EXPECT_EQ(store.state().tableau[1].size(), 3U);
+
+    activateFocus(store, {Row::hand, 0, 0});
+    activateFocus(store, {Row::foundations, 3, 0});
+    EXPECT_EQ(store.state().foundations[3].size(), 1U);
+}
+
+} // namespace
+} // namespace zelvaine

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "engine/game_state.hpp"
+#include "store/game_store.hpp"
+
+#include <cstdint>
+
+namespace zelvaine {
+
+// The place the keyboard points at: a foundation, a card (or the empty place) of a column, or a
+// hand slot. Arrow keys move it, Return or Space taps it, as the mouse would.
+struct KeyboardFocus {
+    enum class Row : std::uint8_t { foundations, tableau, hand };
+    enum class Direction : std::uint8_t { left, right, up, down };
+
+    Row row = Row::tableau;
+    std::int64_t index = 0;
+    // Within a column: the focused card; the column's last card when it was entered.
+    std::int64_t cardIndex = 0;
+
+    friend bool operator==(const KeyboardFocus&, const KeyboardFocus&) = default;
+};
+
+// Where an arrow key takes the focus. Within a column, up and down walk the cards that can be
+// picked up; past them the focus leaves for the foundations above or the hand below.
+KeyboardFocus moveFocus(const KeyboardFocus& focus, KeyboardFocus::Direction direction, const GameState& state);
+
+// Keeps a focus valid after the position changed (a column got shorter, say).
+KeyboardFocus settleFocus(const KeyboardFocus& focus, const GameState& state);
+
+// Return or Space on the focused place.
+void activateFocus(GameStore& store, const KeyboardFocus& focus);
+
+} // namespace zelvaine
