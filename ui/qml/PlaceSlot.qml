@@ -62,17 +62,23 @@ Item {
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         onClicked: mouse => {
             if (mouse.button === Qt.RightButton) {
-                if (place.hasCard) menu.popup();
+                if (!place.hasCard) return;
+                menu.active = true;
+                menu.item.popup();
                 return;
             }
             if (place.kind === 1) place.board.tapHand(place.index);
             else place.board.tapFoundation(place.index);
         }
     }
-    SourceMoveMenu {
+    // Made on first use, as in the columns.
+    Loader {
         id: menu
-        board: place.board
-        kind: place.kind
-        index: place.index
+        active: false
+        sourceComponent: SourceMoveMenu {
+            board: place.board
+            kind: place.kind
+            index: place.index
+        }
     }
 }

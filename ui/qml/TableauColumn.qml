@@ -71,8 +71,9 @@ Item {
                 onClicked: mouse => {
                     if (mouse.button === Qt.RightButton) {
                         if (!cardView.movable) return;
-                        menu.cardIndex = cardView.index;
-                        menu.popup();
+                        menu.active = true;
+                        menu.item.cardIndex = cardView.index;
+                        menu.item.popup();
                     } else {
                         column.board.tapTableauCard(column.columnIndex, cardView.index);
                     }
@@ -123,10 +124,14 @@ Item {
         Accessible.ignored: true
     }
 
-    SourceMoveMenu {
+    // Made on first use: a menu for every place would slow the start for nothing.
+    Loader {
         id: menu
-        board: column.board
-        kind: 0
-        index: column.columnIndex
+        active: false
+        sourceComponent: SourceMoveMenu {
+            board: column.board
+            kind: 0
+            index: column.columnIndex
+        }
     }
 }
