@@ -13,15 +13,6 @@
 namespace zelvaine {
 namespace {
 
-class SeededRandom final : public RandomSource {
-public:
-    explicit SeededRandom(std::uint64_t seed) : engine_(seed) {}
-    std::uint64_t next64() override { return engine_(); }
-
-private:
-    std::mt19937_64 engine_;
-};
-
 std::vector<MoveDestination> everyDestination()
 {
     std::vector<MoveDestination> all{MoveDestination::hand()};

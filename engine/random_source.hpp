@@ -3,6 +3,7 @@
 #include <concepts>
 #include <cstdint>
 #include <optional>
+#include <random>
 
 namespace zelvaine {
 
@@ -18,6 +19,16 @@ public:
 class SecureRandom final : public RandomSource {
 public:
     std::uint64_t next64() override;
+};
+
+// A reproducible source for tests, benchmarks and surveys; never for a player's deal.
+class SeededRandom final : public RandomSource {
+public:
+    explicit SeededRandom(std::uint64_t seed) : engine_(seed) {}
+    std::uint64_t next64() override { return engine_(); }
+
+private:
+    std::mt19937_64 engine_;
 };
 
 // Maps one random word onto [0, size) without modulo bias: the high half of word × size,

@@ -16,38 +16,7 @@ using testing::card;
 using testing::cards;
 using P = GameStoreProperty;
 
-// A deal with known moves, shaped like a real one (ten columns of ten, a full hand): column 0 ends
-// in 9♣ 8♥, column 3 in 10♦, column 4 in 9♠, every other column in a queen; the hand holds
-// A♦ K♠ K♠ K♣.
-GameState knownDeal()
-{
-    std::vector<PlayingCard> rest = makeTwoDeckSet();
-    auto take = [&](Suit suit, Rank rank) {
-        auto found = std::find_if(rest.begin(), rest.end(),
-                                  [&](const PlayingCard& c) { return c.suit == suit && c.rank == rank; });
-        PlayingCard c = *found;
-        rest.erase(found);
-        return c;
-    };
-    GameState s;
-    s.tableau.resize(10);
-    s.foundations.resize(8);
-    s.hand = {take(Suit::diamonds, Rank::ace), take(Suit::spades, Rank::king), take(Suit::spades, Rank::king),
-              take(Suit::clubs, Rank::king)};
-    std::vector<std::vector<PlayingCard>> ends(10);
-    ends[0] = {take(Suit::clubs, Rank::nine), take(Suit::hearts, Rank::eight)};
-    ends[3] = {take(Suit::diamonds, Rank::ten)};
-    ends[4] = {take(Suit::spades, Rank::nine)};
-    const std::size_t others[] = {1, 2, 5, 6, 7, 8, 9};
-    const Suit queens[] = {Suit::clubs, Suit::clubs, Suit::diamonds, Suit::diamonds, Suit::hearts, Suit::hearts, Suit::spades};
-    for (std::size_t i = 0; i < 7; ++i) ends[others[i]] = {take(queens[i], Rank::queen)};
-    std::size_t next = 0;
-    for (std::size_t c = 0; c < 10; ++c) {
-        while (s.tableau[c].size() + ends[c].size() < 10) s.tableau[c].push_back(rest[next++]);
-        s.tableau[c].insert(s.tableau[c].end(), ends[c].begin(), ends[c].end());
-    }
-    return s;
-}
+using testing::knownDeal;
 
 class Recorder {
 public:

@@ -1,5 +1,6 @@
 #include "tests/support/positions.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <stdexcept>
 #include <string>
@@ -46,6 +47,36 @@ GameState emptyBoard()
     state.foundations.resize(foundationCount);
     state.hand.resize(handSlotCount);
     return state;
+}
+
+GameState knownDeal()
+{
+    std::vector<PlayingCard> rest = makeTwoDeckSet();
+    auto take = [&](Suit suit, Rank rank) {
+        auto found = std::find_if(rest.begin(), rest.end(),
+                                  [&](const PlayingCard& c) { return c.suit == suit && c.rank == rank; });
+        PlayingCard c = *found;
+        rest.erase(found);
+        return c;
+    };
+    GameState s;
+    s.tableau.resize(10);
+    s.foundations.resize(8);
+    s.hand = {take(Suit::diamonds, Rank::ace), take(Suit::spades, Rank::king), take(Suit::spades, Rank::king),
+              take(Suit::clubs, Rank::king)};
+    std::vector<std::vector<PlayingCard>> ends(10);
+    ends[0] = {take(Suit::clubs, Rank::nine), take(Suit::hearts, Rank::eight)};
+    ends[3] = {take(Suit::diamonds, Rank::ten)};
+    ends[4] = {take(Suit::spades, Rank::nine)};
+    const std::size_t others[] = {1, 2, 5, 6, 7, 8, 9};
+    const Suit queens[] = {Suit::clubs, Suit::clubs, Suit::diamonds, Suit::diamonds, Suit::hearts, Suit::hearts, Suit::spades};
+    for (std::size_t i = 0; i < 7; ++i) ends[others[i]] = {take(queens[i], Rank::queen)};
+    std::size_t next = 0;
+    for (std::size_t c = 0; c < 10; ++c) {
+        while (s.tableau[c].size() + ends[c].size() < 10) s.tableau[c].push_back(rest[next++]);
+        s.tableau[c].insert(s.tableau[c].end(), ends[c].begin(), ends[c].end());
+    }
+    return s;
 }
 
 Pile foundationUpTo(std::string_view top)

@@ -15,6 +15,11 @@ Pile cards(std::string_view texts);
 // Ten empty columns, eight empty foundations and four empty hand slots.
 GameState emptyBoard();
 
+// A deal with known moves, shaped like a real one (ten columns of ten, a full hand): column 0
+// ends in 9♣ 8♥, column 3 in 10♦, column 4 in 9♠, every other column in a queen; the hand holds
+// A♦ K♠ K♠ K♣; the foundations are empty.
+GameState knownDeal();
+
 // The foundation built from ace up to `top` in one suit ("5H" gives A♥ … 5♥).
 Pile foundationUpTo(std::string_view top);
 

@@ -28,37 +28,7 @@ namespace {
 using testing::card;
 using testing::cards;
 
-// A deal-shaped position with known moves: 8♥ (column 0) fits on 9♠ (column 4); the hand
-// holds A♦; column 9's top king is blocked by the cards on it.
-GameState knownDeal()
-{
-    std::vector<PlayingCard> rest = makeTwoDeckSet();
-    auto take = [&](Suit suit, Rank rank) {
-        auto found = std::find_if(rest.begin(), rest.end(),
-                                  [&](const PlayingCard& c) { return c.suit == suit && c.rank == rank; });
-        PlayingCard c = *found;
-        rest.erase(found);
-        return c;
-    };
-    GameState s;
-    s.tableau.resize(10);
-    s.foundations.resize(8);
-    s.hand = {take(Suit::diamonds, Rank::ace), take(Suit::spades, Rank::king), take(Suit::spades, Rank::king),
-              take(Suit::clubs, Rank::king)};
-    std::vector<std::vector<PlayingCard>> ends(10);
-    ends[0] = {take(Suit::clubs, Rank::nine), take(Suit::hearts, Rank::eight)};
-    ends[4] = {take(Suit::spades, Rank::nine)};
-    const std::size_t others[] = {1, 2, 3, 5, 6, 7, 8, 9};
-    const Suit queens[] = {Suit::clubs, Suit::clubs, Suit::diamonds, Suit::diamonds, Suit::hearts, Suit::hearts,
-                           Suit::spades, Suit::spades};
-    for (std::size_t i = 0; i < 8; ++i) ends[others[i]] = {take(queens[i], Rank::queen)};
-    std::size_t next = 0;
-    for (std::size_t c = 0; c < 10; ++c) {
-        while (s.tableau[c].size() + ends[c].size() < 10) s.tableau[c].push_back(rest[next++]);
-        s.tableau[c].insert(s.tableau[c].end(), ends[c].begin(), ends[c].end());
-    }
-    return s;
-}
+using testing::knownDeal;
 
 class GameViewTest : public ::testing::Test {
 protected:
