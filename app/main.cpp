@@ -11,6 +11,7 @@
 
 #include <QGuiApplication>
 #include <QIcon>
+#include <QPalette>
 #include <QTimer>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
@@ -19,12 +20,41 @@
 
 Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
 
+namespace {
+
+// The game is always dark: the felt sets the mood, and the controls follow it.
+QPalette darkPalette()
+{
+    QPalette palette;
+    const QColor window(0x1f, 0x26, 0x23);
+    const QColor base(0x15, 0x1b, 0x18);
+    const QColor text(0xee, 0xee, 0xe8);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, window);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::Button, QColor(0x2b, 0x35, 0x30));
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::Highlight, QColor(0xd9, 0xb4, 0x41));
+    palette.setColor(QPalette::HighlightedText, QColor(0x10, 0x10, 0x10));
+    palette.setColor(QPalette::ToolTipBase, base);
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x80, 0x86, 0x82));
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x80, 0x86, 0x82));
+    palette.setColor(QPalette::Disabled, QPalette::Text, QColor(0x80, 0x86, 0x82));
+    return palette;
+}
+
+} // namespace
+
 int main(int argc, char** argv)
 {
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName("Zelvaine");
     QGuiApplication::setOrganizationName("Zelvaine");
     QQuickStyle::setStyle("Fusion");
+    QGuiApplication::setPalette(darkPalette());
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/zelvaine.svg")));
     // For the start-up benchmark: the time from launch to the board's first frame.
     const bool quitAfterFirstFrame = application.arguments().contains(QStringLiteral("--quit-after-first-frame"));
@@ -36,6 +66,7 @@ int main(int argc, char** argv)
     zelvaine::SoundEffectsCues sound(zelvaine::SoundEffects::shared(defaults));
     zelvaine::GameStore store(std::nullopt, defaults, sound);
     zelvaine::GamePreferences preferences(defaults, sound);
+    const zelvaine::GameCenterService gameCenter; // no game service here: both of its flags stay false
     zelvaine::GameBoard board(store);
     zelvaine::PreferencesModel preferencesModel(preferences);
 

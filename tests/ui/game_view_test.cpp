@@ -183,6 +183,39 @@ TEST_F(GameViewTest, TheKeyboardPlaysToo)
     EXPECT_EQ(board->focusRow(), -1);
 }
 
+TEST_F(GameViewTest, TheContextMenuPlaysByName)
+{
+    auto openMenu = [&](const QString& place) {
+        QQuickItem* target = item(place);
+        ASSERT_TRUE(target) << place.toStdString();
+        QTest::mouseClick(window.get(), Qt::RightButton, {}, target->mapToScene(QPointF(target->width() / 2, 10)).toPoint());
+        QTest::qWait(100);
+    };
+    // Menus live in the window's overlay, beside the board.
+    auto menuItem = [&](const QString& name) -> QQuickItem* {
+        QQuickItem* root = window->contentItem()->parentItem() ? window->contentItem()->parentItem() : window->contentItem();
+        QQuickItem* found = find(root, name);
+        return found && found->isVisible() ? found : nullptr;
+    };
+    auto choose = [&](const QString& name) {
+        QQuickItem* entry = menuItem(name);
+        ASSERT_TRUE(entry) << name.toStdString();
+        QTest::mouseClick(window.get(), Qt::LeftButton, {}, entry->mapToScene(QPointF(entry->width() / 2, entry->height() / 2)).toPoint());
+        QTest::qWait(50);
+    };
+
+    openMenu("hand-0");
+    ASSERT_TRUE(menuItem("menuMoveToHand"));
+    EXPECT_FALSE(menuItem("menuMoveToHand")->isEnabled()); // the hand is full
+    choose("menuMoveToFoundation");
+    EXPECT_EQ(store->state().foundations[0].size(), 1U);
+
+    openMenu("tableau-0-9");
+    EXPECT_TRUE(menuItem("menuMoveToHand")->isEnabled());
+    choose("menuMoveToHand");
+    EXPECT_EQ(store->state().hand[0]->rank, Rank::eight);
+}
+
 // Renders the dealt table for a look, and for the README.
 TEST_F(GameViewTest, RendersTheTableInBothArrangements)
 {

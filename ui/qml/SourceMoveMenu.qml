@@ -11,6 +11,7 @@ Menu {
     property int cardIndex: 0
 
     MenuItem {
+        objectName: "menuMoveToFoundation"
         text: qsTr("Move to Foundation")
         visible: menu.kind !== 2
         height: visible ? implicitHeight : 0
@@ -18,6 +19,7 @@ Menu {
         onTriggered: menu.board.moveToFoundation(menu.kind, menu.index, menu.cardIndex)
     }
     MenuItem {
+        objectName: "menuMoveToHand"
         text: qsTr("Move to Hand")
         visible: menu.kind !== 2
         height: visible ? implicitHeight : 0
@@ -30,6 +32,7 @@ Menu {
             model: 10
             MenuItem {
                 required property int index
+                objectName: "menuColumn-" + index
                 text: qsTr("Column %1").arg(index + 1)
                 onTriggered: menu.board.moveToColumn(menu.kind, menu.index, menu.cardIndex, index)
             }
