@@ -229,6 +229,12 @@ TEST_F(GameViewTest, RendersTheTableInBothArrangements)
                           ("board-" + std::to_string(size.width()) + "x" + std::to_string(size.height()) + ".png");
         EXPECT_TRUE(image.save(QString::fromStdString(file.string())));
     }
+    // And a selection with its legal destination lit.
+    open(knownDeal(), QSize(1600, 1000));
+    click("tableau-0-9");
+    QTest::qWait(50);
+    const auto file = std::filesystem::path(ZELVAINE_SCREENSHOT_DIR) / "board-selection.png";
+    EXPECT_TRUE(window->grabWindow().save(QString::fromStdString(file.string())));
 }
 
 } // namespace

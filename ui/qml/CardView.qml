@@ -39,7 +39,7 @@ Item {
                 width: body.width - 2 * x
                 height: body.height + (index + 1) * 0.028 * card.faceWidth
                 radius: card.cornerRadius + (index + 1) * 0.014 * card.faceWidth
-                color: Qt.rgba(0, 0, 0, 0.11)
+                color: Qt.rgba(0, 0, 0, 0.07)
             }
         }
         Rectangle {
