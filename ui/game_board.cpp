@@ -1,6 +1,10 @@
 #include "ui/game_board.hpp"
 
+#include "engine/auto_complete.hpp"
 #include "engine/move_rules.hpp"
+#include "store/game_confirmation.hpp"
+
+#include <QSaveFile>
 #include "ui/tap_router.hpp"
 
 #include <limits>
@@ -23,6 +27,10 @@ GameBoard::GameBoard(GameStore& store, QObject* parent) : QObject(parent), store
 {
     for (std::size_t c = 0; c < tableauColumnCount; ++c) columns_.push_back(std::make_unique<CardListModel>(this));
     token_ = store_.observe([this](GameStoreProperty property) { onStoreChanged(property); });
+    // A step's card flies 0.095 s and rests 0.025 s before the next.
+    autoCompleteTimer_.setInterval(120);
+    autoCompleteTimer_.setSingleShot(true);
+    connect(&autoCompleteTimer_, &QTimer::timeout, this, &GameBoard::playNextAutoMove);
     // The keyboard starts on the first column's lowest card.
     focus_ = settleFocus({KeyboardFocus::Row::tableau, 0, std::numeric_limits<std::int64_t>::max()}, store_.state());
     refreshPlaces();
@@ -72,7 +80,9 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
             emit focusChanged();
         }
         emit stateChanged();
+        afterPositionChange();
         break;
+    case GameStoreProperty::confirmation: emit confirmationChanged(); break;
     case GameStoreProperty::selection:
         refreshTargets();
         emit selectionChanged();
@@ -81,6 +91,102 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
     case GameStoreProperty::messageKind: emit messageChanged(); break;
     default: break;
     }
+}
+
+int GameBoard::confirmation() const
+{
+    return store_.confirmation() ? static_cast<int>(*store_.confirmation()) : -1;
+}
+
+QVariantMap GameBoard::confirmationTexts() const
+{
+    if (!store_.confirmation()) return {};
+    const ConfirmationTexts texts = zelvaine::confirmationTexts(*store_.confirmation());
+    return {{"title", QString::fromStdString(texts.title)},
+            {"message", QString::fromStdString(texts.message)},
+            {"confirm", QString::fromStdString(texts.confirmButton)},
+            {"cancel", QString::fromStdString(texts.cancelButton)}};
+}
+
+void GameBoard::confirm()
+{
+    if (!store_.confirmation()) return;
+    switch (*store_.confirmation()) {
+    case GameConfirmation::newGame: store_.newGame(); break;
+    case GameConfirmation::restartGame: store_.restartGame(); break;
+    case GameConfirmation::openSharedGame: store_.openPendingSharedGame(); break;
+    case GameConfirmation::autoComplete: startAutoComplete(); break;
+    }
+}
+
+bool GameBoard::exportGame(const QUrl& file)
+{
+    const auto document = store_.makeDocument();
+    if (!document) return false;
+    QSaveFile out(file.toLocalFile());
+    if (!out.open(QIODevice::WriteOnly)) return false;
+    const std::string bytes = document->encode();
+    out.write(bytes.data(), static_cast<qint64>(bytes.size()));
+    return out.commit();
+}
+
+void GameBoard::openGame(const QUrl& file)
+{
+    auto document = ZelvaineGameDocument::read(file.toLocalFile().toStdString());
+    if (!document) {
+        store_.rejectSharedGame(document.error().playerDescription());
+        return;
+    }
+    if (const auto error = store_.prepareSharedGame(*document)) store_.rejectSharedGame(error->description());
+}
+
+// What the board does after every change of the position: offer the automatic finish once,
+// and forget that offer (and any finish in progress) when the deal is back at its start.
+void GameBoard::afterPositionChange()
+{
+    const GameState& state = store_.state();
+    if (state.moveCount == 0) {
+        stopAutoComplete();
+        hasOfferedAutoComplete_ = false;
+        if (store_.confirmation() == GameConfirmation::autoComplete) store_.dismissConfirmation();
+    }
+    if (isWon(state) || isAutoCompleting_ || hasOfferedAutoComplete_ || store_.confirmation()) return;
+    if (hasNoBlockedKing(state) && canAutoComplete(state)) {
+        hasOfferedAutoComplete_ = true;
+        store_.offerAutoComplete();
+    }
+}
+
+void GameBoard::startAutoComplete()
+{
+    const GameState& state = store_.state();
+    if (isWon(state) || !hasNoBlockedKing(state) || !canAutoComplete(state)) return;
+    store_.enterAutoComplete();
+    stopAutoComplete();
+    isAutoCompleting_ = true;
+    store_.beginDeferringPersistence();
+    emit autoCompletingChanged();
+    autoCompleteTimer_.start();
+}
+
+void GameBoard::playNextAutoMove()
+{
+    if (!isAutoCompleting_) return;
+    const auto step = isWon(store_.state()) ? std::nullopt : nextFoundationAutoMove(store_.state());
+    if (!step || !store_.performAutoMove(*step) || isWon(store_.state())) {
+        stopAutoComplete();
+        return;
+    }
+    if (isAutoCompleting_) autoCompleteTimer_.start();
+}
+
+void GameBoard::stopAutoComplete()
+{
+    autoCompleteTimer_.stop();
+    if (!isAutoCompleting_) return;
+    isAutoCompleting_ = false;
+    store_.endDeferringPersistence();
+    emit autoCompletingChanged();
 }
 
 void GameBoard::refreshPlaces()

@@ -10,6 +10,9 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QTimer>
+#include <QUrl>
+#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 namespace zelvaine {
@@ -28,6 +31,10 @@ class GameBoard : public QObject {
     Q_PROPERTY(bool won READ won NOTIFY stateChanged FINAL)
     Q_PROPERTY(bool canUndo READ canUndo NOTIFY stateChanged FINAL)
     Q_PROPERTY(bool canRedo READ canRedo NOTIFY stateChanged FINAL)
+    Q_PROPERTY(bool hasProgress READ hasProgress NOTIFY stateChanged FINAL)
+    // -1 none, else newGame, restartGame, autoComplete, openSharedGame in that order.
+    Q_PROPERTY(int confirmation READ confirmation NOTIFY confirmationChanged FINAL)
+    Q_PROPERTY(bool autoCompleting READ autoCompleting NOTIFY autoCompletingChanged FINAL)
     // -1 nothing, 0 a column's card, 1 a hand slot, 2 a foundation.
     Q_PROPERTY(int selectionKind READ selectionKind NOTIFY selectionChanged FINAL)
     Q_PROPERTY(int selectionIndex READ selectionIndex NOTIFY selectionChanged FINAL)
@@ -54,6 +61,9 @@ public:
     bool won() const;
     bool canUndo() const { return !store_.history().empty(); }
     bool canRedo() const { return !store_.redoHistory().empty(); }
+    bool hasProgress() const { return store_.hasProgress(); }
+    int confirmation() const;
+    bool autoCompleting() const { return isAutoCompleting_; }
     int selectionKind() const;
     int selectionIndex() const;
     int selectionCardIndex() const;
@@ -84,6 +94,18 @@ public:
     Q_INVOKABLE void activateFocus();
     Q_INVOKABLE void hideFocus();
 
+    // The questions asked before the game is replaced, reset or finished for the player.
+    Q_INVOKABLE void requestNewGame() { store_.requestNewGame(); }
+    Q_INVOKABLE void requestRestart() { store_.requestRestart(); }
+    Q_INVOKABLE QVariantMap confirmationTexts() const;
+    Q_INVOKABLE void confirm();
+    Q_INVOKABLE void dismissConfirmation() { store_.dismissConfirmation(); }
+
+    // Shared games: writing the current one to a file, and reading one that the player chose.
+    Q_INVOKABLE bool canShare() const { return store_.makeDocument().has_value(); }
+    Q_INVOKABLE bool exportGame(const QUrl& file);
+    Q_INVOKABLE void openGame(const QUrl& file);
+
     Q_INVOKABLE void newGame() { store_.newGame(); }
     Q_INVOKABLE void undo() { store_.undo(); }
     Q_INVOKABLE void redo() { store_.redo(); }
@@ -99,11 +121,17 @@ signals:
     void targetsChanged();
     void messageChanged();
     void focusChanged();
+    void confirmationChanged();
+    void autoCompletingChanged();
 
 private:
     void onStoreChanged(GameStoreProperty property);
     void refreshPlaces();
     void refreshTargets();
+    void afterPositionChange();
+    void startAutoComplete();
+    void playNextAutoMove();
+    void stopAutoComplete();
 
     GameStore& store_;
     Observable<GameStoreProperty>::Token token_;
@@ -115,6 +143,10 @@ private:
     QList<bool> handTargets_;
     KeyboardFocus focus_;
     bool focusShown_ = false;
+    // The automatic finish: offered once per deal, played one step per tick.
+    bool hasOfferedAutoComplete_ = false;
+    bool isAutoCompleting_ = false;
+    QTimer autoCompleteTimer_;
 };
 
 } // namespace zelvaine

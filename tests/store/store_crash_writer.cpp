@@ -21,6 +21,10 @@ int main(int argc, char** argv)
     SqliteDefaultsStore defaults(argv[1]);
     SilentSoundCues sound;
     GameStore store(std::nullopt, defaults, sound);
+    // A fresh deal is not saved until its first change; make it durable so that even a kill
+    // before the first move leaves a game to restore.
+    store.persistNow();
+    defaults.flush();
     testing::report(pipe, testing::gameDigest(store)); // ready, with the game it restored
 
     std::vector<MoveDestination> destinations{MoveDestination::hand()};
@@ -42,6 +46,12 @@ int main(int argc, char** argv)
                 if (canMove(s, MoveSource::hand(h), d)) legal.emplace_back(MoveSource::hand(h), d);
             }
         }
+        // Cards may come back from the foundations too, which keeps the game from running dry.
+        for (std::int64_t f = 0; f < 8; ++f) {
+            for (const auto& d : destinations) {
+                if (canMove(s, MoveSource::foundation(f), d)) legal.emplace_back(MoveSource::foundation(f), d);
+            }
+        }
         if (legal.empty()) {
             // Stuck: step back, which saves too.
             const GameState& previous = store.history().back();
@@ -51,7 +61,8 @@ int main(int argc, char** argv)
             const auto& [source, destination] = legal[random() % legal.size()];
             const auto outcome = applyMove(s, source, destination);
             const auto& next = std::get<MoveMoved>(outcome);
-            testing::report(pipe, testing::gameDigest(next.state, store.history().size() + 1, 0));
+            const std::size_t history = store.history().size() + (next.counted ? 1 : 0);
+            testing::report(pipe, testing::gameDigest(next.state, history, 0));
             store.move(source, destination);
         }
         if (step % 3 == 0) {

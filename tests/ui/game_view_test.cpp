@@ -1,6 +1,7 @@
 // The real board in an offscreen window, played with the mouse as a player would.
 
 #include "store/game_preferences.hpp"
+#include "store/game_confirmation.hpp"
 #include "store/game_store.hpp"
 #include "store/in_memory_defaults_store.hpp"
 #include "tests/support/positions.hpp"
@@ -214,6 +215,74 @@ TEST_F(GameViewTest, TheContextMenuPlaysByName)
     EXPECT_TRUE(menuItem("menuMoveToHand")->isEnabled());
     choose("menuMoveToHand");
     EXPECT_EQ(store->state().hand[0]->rank, Rank::eight);
+}
+
+// Every suit built to the queen on both foundations, the eight kings in the columns.
+GameState kingsLeft()
+{
+    GameState s = testing::emptyBoard();
+    const char* tops[] = {"QC", "QC", "QD", "QD", "QH", "QH", "QS", "QS"};
+    for (std::size_t f = 0; f < 8; ++f) {
+        s.foundations[f] = testing::foundationUpTo(tops[f]);
+        s.tableau[f] = {card(std::string("K") + tops[f][1])};
+    }
+    return s;
+}
+
+TEST_F(GameViewTest, TheFinishIsOfferedOnceAndPlaysItself)
+{
+    open(kingsLeft(), QSize(1600, 1000));
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 0), MoveDestination::foundation(0)));
+    EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::autoComplete));
+    EXPECT_EQ(board->confirmationTexts()["title"].toString(), "Finish automatically?");
+
+    // Declined: not asked again while the deal goes on.
+    board->dismissConfirmation();
+    ASSERT_TRUE(store->move(MoveSource::tableau(1, 0), MoveDestination::foundation(1)));
+    EXPECT_EQ(board->confirmation(), -1);
+
+    // Back at the start the offer is fresh again.
+    store->undo();
+    store->undo();
+    ASSERT_EQ(store->state().moveCount, 0);
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 0), MoveDestination::foundation(0)));
+    ASSERT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::autoComplete));
+    board->confirm();
+    EXPECT_TRUE(board->autoCompleting());
+    EXPECT_TRUE(store->challenge().usedAutoComplete);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !board->autoCompleting(); }, 5000));
+    EXPECT_TRUE(isWon(store->state()));
+    EXPECT_EQ(store->state().moveCount, 8);
+    EXPECT_EQ(store->history().size(), 8U);
+}
+
+TEST_F(GameViewTest, ANewDealStopsTheFinish)
+{
+    open(kingsLeft(), QSize(1600, 1000));
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 0), MoveDestination::foundation(0)));
+    board->confirm();
+    ASSERT_TRUE(board->autoCompleting());
+    store->newGame();
+    EXPECT_FALSE(board->autoCompleting());
+    QTest::qWait(300);
+    EXPECT_EQ(store->state().moveCount, 0);
+}
+
+TEST_F(GameViewTest, ConfirmationsAreAskedOverTheBoard)
+{
+    click("tableau-0-9");
+    click("tableau-4-9");
+    board->requestRestart();
+    QTest::qWait(100);
+    QQuickItem* root = window->contentItem()->parentItem() ? window->contentItem()->parentItem() : window->contentItem();
+    QQuickItem* confirm = find(root, "confirmationConfirm");
+    ASSERT_TRUE(confirm);
+    ASSERT_TRUE(confirm->isVisible());
+    QTest::mouseClick(window.get(), Qt::LeftButton, {}, confirm->mapToScene(QPointF(confirm->width() / 2, confirm->height() / 2)).toPoint());
+    QTest::qWait(50);
+    EXPECT_EQ(store->state().moveCount, 0);
+    EXPECT_TRUE(store->challenge().usedRestart);
+    EXPECT_EQ(board->confirmation(), -1);
 }
 
 // Renders the dealt table for a look, and for the README.

@@ -22,10 +22,10 @@ Item {
         x: 10
         y: 8
         spacing: 4
-        Text {
-            text: panel.icon
-            font.pixelSize: 8
-            color: Qt.rgba(1, 0.84, 0.29, 0.82)
+        Image {
+            source: panel.icon ? "qrc:/icons/mdi/" + panel.icon + ".svg" : ""
+            sourceSize: Qt.size(10, 10)
+            opacity: 0.82
             anchors.verticalCenter: parent.verticalCenter
         }
         Text {

@@ -1,56 +1,159 @@
+import QtCore
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Dialogs
 import QtQuick.Layouts
 
-// The title, the move count and the game's commands above the table.
+// The title, the move count, the best result and the game's commands above the table.
 RowLayout {
     id: toolbar
 
     required property var board
     required property var preferences
+    property bool isCompact: false
 
-    spacing: 10
+    spacing: 6
 
-    Column {
-        Layout.fillWidth: true
-        Text {
-            text: "Zelvaine"
-            font.pixelSize: 22
-            font.weight: Font.Bold
-            color: "white"
+    Row {
+        spacing: 8
+        Image {
+            source: "qrc:/icons/mdi/cards-playing-outline.svg"
+            sourceSize: Qt.size(22, 22)
+            anchors.verticalCenter: parent.verticalCenter
         }
-        Text {
-            text: qsTr("Two decks · build every suit from ace to king")
-            font.pixelSize: 12
-            color: Qt.rgba(1, 1, 1, 0.6)
+        Column {
+            Text {
+                text: "Zelvaine"
+                font.pixelSize: 22
+                font.bold: true
+                color: Qt.rgba(0.96, 0.82, 0.34, 1)
+            }
+            Text {
+                visible: !toolbar.isCompact
+                text: qsTr("Two-deck challenge")
+                font.pixelSize: 11
+                color: Qt.rgba(1, 1, 1, 0.65)
+            }
         }
     }
     Text {
         objectName: "moveCount"
-        text: qsTr("Moves: %1").arg(toolbar.board.moveCount)
-        font.pixelSize: 14
-        color: "white"
+        Layout.leftMargin: 18
+        text: qsTr("%1 moves").arg(toolbar.board.moveCount)
+        font.pixelSize: toolbar.isCompact ? 11 : 15
+        font.family: "monospace"
+        color: Qt.rgba(1, 1, 1, 0.7)
         Accessible.name: text
     }
-    Button {
+    Row {
+        objectName: "highScore"
+        visible: toolbar.preferences.highScore !== undefined
+        spacing: 3
+        Layout.leftMargin: 10
+        Accessible.role: Accessible.StaticText
+        Accessible.name: qsTr("High score: %1 moves").arg(toolbar.preferences.highScore)
+        Image {
+            source: "qrc:/icons/mdi/trophy.svg"
+            sourceSize: Qt.size(13, 13)
+            anchors.verticalCenter: parent.verticalCenter
+            opacity: 0.82
+        }
+        Text {
+            text: toolbar.preferences.highScore === undefined ? "" : toolbar.preferences.highScore
+            font.pixelSize: 11
+            font.weight: Font.DemiBold
+            font.family: "monospace"
+            color: Qt.rgba(1, 0.84, 0.29, 0.82)
+        }
+    }
+    Item { Layout.fillWidth: true }
+
+    ToolbarButton {
         text: qsTr("Undo")
+        iconName: "undo"
+        isCompact: toolbar.isCompact
         visible: toolbar.preferences.showsUndo
         enabled: toolbar.board.canUndo
         onClicked: toolbar.board.undo()
     }
-    Button {
+    ToolbarButton {
+        objectName: "redoButton"
         text: qsTr("Redo")
+        iconName: "redo"
+        isCompact: toolbar.isCompact
         visible: toolbar.preferences.showsUndo
         enabled: toolbar.board.canRedo
         onClicked: toolbar.board.redo()
     }
-    Button {
+    ToolbarButton {
+        objectName: "hintButton"
         text: qsTr("Hint")
+        iconName: "lightbulb-outline"
+        isCompact: toolbar.isCompact
         visible: toolbar.preferences.showsHint
         onClicked: toolbar.board.showHint()
     }
-    Button {
-        text: qsTr("New Game")
-        onClicked: toolbar.board.newGame()
+    ToolbarButton {
+        objectName: "gameTransferMenu"
+        text: qsTr("Share")
+        iconName: "share-variant"
+        isCompact: toolbar.isCompact
+        Accessible.name: qsTr("Share or open game")
+        onClicked: transferMenu.popup()
+        Menu {
+            id: transferMenu
+            MenuItem {
+                text: qsTr("Share Game")
+                icon.source: "qrc:/icons/mdi/export-variant.svg"
+                enabled: toolbar.board.canShare()
+                onTriggered: {
+                    saveDialog.active = true;
+                    saveDialog.item.selectedFile = saveDialog.item.currentFolder + "/Zelvaine Game.zelvaine";
+                    saveDialog.item.open();
+                }
+            }
+            MenuItem {
+                text: qsTr("Open Game…")
+                icon.source: "qrc:/icons/mdi/folder-open-outline.svg"
+                onTriggered: {
+                    openDialog.active = true;
+                    openDialog.item.open();
+                }
+            }
+        }
+    }
+    ToolbarButton {
+        text: qsTr("Restart")
+        iconName: "restart"
+        isCompact: toolbar.isCompact
+        enabled: toolbar.board.hasProgress
+        onClicked: toolbar.board.requestRestart()
+    }
+    ToolbarButton {
+        text: qsTr("New")
+        iconName: "refresh"
+        isCompact: toolbar.isCompact
+        onClicked: toolbar.board.requestNewGame()
+    }
+
+    // The file panels are made when first asked for.
+    Loader {
+        id: saveDialog
+        active: false
+        sourceComponent: FileDialog {
+            fileMode: FileDialog.SaveFile
+            currentFolder: StandardPaths.writableLocation(StandardPaths.DocumentsLocation)
+            nameFilters: [qsTr("Zelvaine games (*.zelvaine)")]
+            onAccepted: toolbar.board.exportGame(selectedFile)
+        }
+    }
+    Loader {
+        id: openDialog
+        active: false
+        sourceComponent: FileDialog {
+            fileMode: FileDialog.OpenFile
+            nameFilters: [qsTr("Zelvaine games (*.zelvaine)")]
+            onAccepted: toolbar.board.openGame(selectedFile)
+        }
     }
 }

@@ -8,7 +8,7 @@ AreaPanel {
     required property real cardWidth
 
     title: qsTr("FOUNDATIONS")
-    icon: "▤"
+    icon: "layers-triple"
     accent: "#ffd54a"
 
     Row {

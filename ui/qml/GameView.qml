@@ -60,6 +60,7 @@ Item {
         BoardToolbar {
             board: view.board
             preferences: view.preferences
+            isCompact: boardGeometry.portrait
             Layout.fillWidth: true
         }
 
@@ -137,6 +138,26 @@ Item {
         z: 8000
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: 32
+        anchors.bottomMargin: 24
+    }
+
+    AutoCompleteBadge {
+        board: view.board
+        z: 9000
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.top: parent.top
+        anchors.topMargin: 80
+    }
+
+    // While the game finishes itself the table takes no input.
+    MouseArea {
+        anchors.fill: parent
+        z: 8500
+        visible: view.board.autoCompleting
+        acceptedButtons: Qt.AllButtons
+    }
+
+    ConfirmationDialog {
+        board: view.board
     }
 }

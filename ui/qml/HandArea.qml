@@ -9,7 +9,7 @@ AreaPanel {
     property bool vertical: false
 
     title: qsTr("HAND")
-    icon: "◆"
+    icon: "hand-back-right"
     accent: "#7fc8ff"
 
     Grid {

@@ -1,33 +1,34 @@
 import QtQuick
 
-// The store's message as a short-lived bubble: hints and notices always, refusals only when
-// the player wants move messages.
+// The store's message for a few seconds: hints and notices always, refusals only when the
+// player wants move messages. A newer message starts its own four seconds.
 Rectangle {
     id: toast
 
     required property var board
     required property var preferences
 
-    readonly property bool wanted: board.message.length > 0
-                                   && (board.messageKind !== 1 || preferences.showsMoveMessages)
+    property string shown
 
     objectName: "gameToast"
-    visible: wanted
-    width: Math.min(label.implicitWidth + 40, 640)
-    height: label.implicitHeight + 20
-    radius: height / 2
-    color: Qt.rgba(0, 0, 0, 0.72)
-    border.color: Qt.rgba(1, 1, 1, 0.18)
+    opacity: shown.length > 0 ? 1 : 0
+    visible: opacity > 0
+    width: Math.min(label.implicitWidth, 580) + 40
+    height: label.implicitHeight + 26
+    radius: 14
+    color: Qt.rgba(0, 0, 0, 0.42)
     Accessible.role: Accessible.StaticText
-    Accessible.name: board.message
+    Accessible.name: qsTr("Game message: %1").arg(shown)
+
+    Behavior on opacity { NumberAnimation { duration: 240; easing.type: Easing.OutCubic } }
 
     Text {
         id: label
         anchors.centerIn: parent
-        width: Math.min(implicitWidth, 600)
+        width: Math.min(implicitWidth, 580)
         wrapMode: Text.WordWrap
         horizontalAlignment: Text.AlignHCenter
-        text: toast.board.message
+        text: toast.shown
         color: "white"
         font.pixelSize: 15
     }
@@ -35,18 +36,31 @@ Rectangle {
     Timer {
         id: expiry
         interval: 4000
-        onTriggered: toast.board.clearMessage()
+        onTriggered: {
+            if (toast.board.message === toast.shown) {
+                toast.shown = "";
+                toast.board.clearMessage();
+            }
+        }
     }
     Connections {
         target: toast.board
         function onMessageChanged() {
             expiry.stop();
-            if (toast.board.message.length === 0) return;
+            const message = toast.board.message;
             if (toast.board.messageKind === 1 && !toast.preferences.showsMoveMessages) {
-                Qt.callLater(toast.board.clearMessage);
+                toast.shown = "";
+                if (message.length > 0) {
+                    Qt.callLater(() => {
+                        if (!toast.preferences.showsMoveMessages && toast.board.messageKind === 1
+                                && toast.board.message === message)
+                            toast.board.clearMessage();
+                    });
+                }
                 return;
             }
-            expiry.start();
+            toast.shown = message;
+            if (message.length > 0) expiry.start();
         }
     }
 }

@@ -1,0 +1,37 @@
+import QtQuick
+
+// Shown while the game finishes itself: the moves counting up, on a dark plate.
+Rectangle {
+    id: badge
+
+    required property var board
+
+    visible: board.autoCompleting
+    width: row.implicitWidth + 36
+    height: row.implicitHeight + 22
+    radius: 14
+    color: Qt.rgba(0, 0, 0, 0.72)
+    Accessible.role: Accessible.StaticText
+    Accessible.name: qsTr("Auto-completing…") + " " + qsTr("%1 moves").arg(board.moveCount)
+
+    Row {
+        id: row
+        anchors.centerIn: parent
+        spacing: 12
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Auto-completing…")
+            font.pixelSize: 12
+            font.weight: Font.DemiBold
+            color: Qt.rgba(1, 1, 1, 0.76)
+        }
+        Text {
+            objectName: "autoCompleteMoveCount"
+            text: qsTr("%1 moves").arg(badge.board.moveCount)
+            font.pixelSize: 22
+            font.bold: true
+            font.family: "monospace"
+            color: "white"
+        }
+    }
+}

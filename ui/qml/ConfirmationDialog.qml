@@ -1,0 +1,39 @@
+import QtQuick
+import QtQuick.Controls
+
+// The store's question, over the board: new game, restart, automatic finish or opening a file.
+Dialog {
+    id: dialog
+
+    required property var board
+    readonly property var texts: board.confirmation >= 0 ? board.confirmationTexts() : ({})
+
+    objectName: "confirmation"
+    anchors.centerIn: parent
+    modal: true
+    visible: board.confirmation >= 0
+    closePolicy: Popup.CloseOnEscape
+    title: texts.title || ""
+
+    Label {
+        text: dialog.texts.message || ""
+        wrapMode: Text.WordWrap
+        width: Math.min(420, implicitWidth)
+    }
+
+    footer: DialogButtonBox {
+        Button {
+            objectName: "confirmationCancel"
+            text: dialog.texts.cancel || ""
+            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+        }
+        Button {
+            objectName: "confirmationConfirm"
+            text: dialog.texts.confirm || ""
+            highlighted: true
+            DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+        }
+    }
+    onAccepted: board.confirm()
+    onRejected: board.dismissConfirmation()
+}

@@ -1,0 +1,21 @@
+import QtQuick
+import QtQuick.Controls
+
+// One toolbar command: its icon, and its title unless the window is narrow.
+ToolButton {
+    id: button
+
+    property string iconName
+    property bool isCompact: false
+
+    display: isCompact ? AbstractButton.IconOnly : AbstractButton.TextBesideIcon
+    icon.source: iconName ? "qrc:/icons/mdi/" + iconName + ".svg" : ""
+    icon.width: 18
+    icon.height: 18
+    icon.color: "transparent"
+    palette.buttonText: "white"
+    opacity: enabled ? 1 : 0.45
+    Accessible.name: text
+    ToolTip.visible: isCompact && hovered
+    ToolTip.text: text
+}
