@@ -67,7 +67,7 @@ int main(int argc, char** argv)
     zelvaine::GameStore store(std::nullopt, defaults, sound);
     zelvaine::GamePreferences preferences(defaults, sound);
     const zelvaine::GameCenterService gameCenter; // no game service here: both of its flags stay false
-    zelvaine::GameBoard board(store);
+    zelvaine::GameBoard board(store, &preferences);
     zelvaine::PreferencesModel preferencesModel(preferences);
 
     QQmlApplicationEngine engine;

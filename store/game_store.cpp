@@ -121,7 +121,7 @@ void GameStore::setChallenge(GameChallengeRecord challenge)
 
 void GameStore::replaceDeal(GameState current, GameState initial, GameChallengeRecord challenge)
 {
-    setState(std::move(current));
+    // The plain properties first, so that observers of the new state see the whole new deal.
     initialState_ = std::move(initial);
     initialJson_ = encodePosition(initialState_);
     history_.clear();
@@ -129,6 +129,7 @@ void GameStore::replaceDeal(GameState current, GameState initial, GameChallengeR
     redoHistory_.clear();
     redoJson_.clear();
     historiesEncoded_ = true;
+    setState(std::move(current));
     setChallenge(challenge);
     clearTransients();
 }

@@ -23,7 +23,8 @@ MoveSource sourceOf(int kind, int index, int cardIndex)
 
 } // namespace
 
-GameBoard::GameBoard(GameStore& store, QObject* parent) : QObject(parent), store_(store)
+GameBoard::GameBoard(GameStore& store, GamePreferences* statistics, QObject* parent)
+    : QObject(parent), store_(store), statistics_(statistics)
 {
     for (std::size_t c = 0; c < tableauColumnCount; ++c) columns_.push_back(std::make_unique<CardListModel>(this));
     token_ = store_.observe([this](GameStoreProperty property) { onStoreChanged(property); });
@@ -35,6 +36,7 @@ GameBoard::GameBoard(GameStore& store, QObject* parent) : QObject(parent), store
     focus_ = settleFocus({KeyboardFocus::Row::tableau, 0, std::numeric_limits<std::int64_t>::max()}, store_.state());
     refreshPlaces();
     refreshTargets();
+    recordStatistics();
 }
 
 GameBoard::~GameBoard() { store_.unobserve(token_); }
@@ -142,8 +144,18 @@ void GameBoard::openGame(const QUrl& file)
 
 // What the board does after every change of the position: offer the automatic finish once,
 // and forget that offer (and any finish in progress) when the deal is back at its start.
+void GameBoard::recordStatistics()
+{
+    if (!statistics_) return;
+    const std::string identifier = store_.gameIdentifier();
+    statistics_->recordGameStarted(identifier);
+    const GameState& state = store_.state();
+    if (isWon(state)) statistics_->recordGameWon(state.moveCount, identifier, !store_.challenge().wasImported);
+}
+
 void GameBoard::afterPositionChange()
 {
+    recordStatistics();
     const GameState& state = store_.state();
     if (state.moveCount == 0) {
         stopAutoComplete();

@@ -2,6 +2,7 @@
 
 // moc cannot read the C++20 standard headers these pull in, and needs nothing from them.
 #ifndef Q_MOC_RUN
+#include "store/game_preferences.hpp"
 #include "store/game_store.hpp"
 #include "ui/keyboard_focus.hpp"
 #endif
@@ -51,7 +52,9 @@ class GameBoard : public QObject {
     Q_PROPERTY(int focusCardIndex READ focusCardIndex NOTIFY focusChanged FINAL)
 
 public:
-    explicit GameBoard(GameStore& store, QObject* parent = nullptr);
+    // With preferences, the board keeps the statistics: a deal counts as played when the board
+    // first shows it, and as won when it is seen won.
+    explicit GameBoard(GameStore& store, GamePreferences* statistics = nullptr, QObject* parent = nullptr);
     ~GameBoard() override;
 
     QList<QObject*> columns() const;
@@ -129,11 +132,13 @@ private:
     void refreshPlaces();
     void refreshTargets();
     void afterPositionChange();
+    void recordStatistics();
     void startAutoComplete();
     void playNextAutoMove();
     void stopAutoComplete();
 
     GameStore& store_;
+    GamePreferences* statistics_;
     Observable<GameStoreProperty>::Token token_;
     std::vector<std::unique_ptr<CardListModel>> columns_;
     CardListModel hand_;

@@ -42,7 +42,7 @@ protected:
         window.reset();
         board.reset();
         store = std::make_unique<GameStore>(game, defaults, sound);
-        board = std::make_unique<GameBoard>(*store);
+        board = std::make_unique<GameBoard>(*store, &preferences);
         preferencesModel = std::make_unique<PreferencesModel>(preferences);
         window = std::make_unique<QQuickWindow>();
         window->resize(size);
@@ -254,6 +254,23 @@ TEST_F(GameViewTest, TheFinishIsOfferedOnceAndPlaysItself)
     EXPECT_TRUE(isWon(store->state()));
     EXPECT_EQ(store->state().moveCount, 8);
     EXPECT_EQ(store->history().size(), 8U);
+    // Counted as won, with its move count as the best so far.
+    EXPECT_EQ(preferences.gamesWon(), 1);
+    EXPECT_EQ(preferences.highScore(), 8);
+}
+
+TEST_F(GameViewTest, ADealCountsAsPlayedWhenShownAndLostWhenReplaced)
+{
+    const std::int64_t played = preferences.gamesPlayed();
+    const std::int64_t lost = preferences.gamesLost();
+    open(knownDeal(), QSize(1600, 1000)); // replaces the unfinished deal of the set-up
+    EXPECT_EQ(preferences.gamesPlayed(), played + 1);
+    EXPECT_EQ(preferences.gamesLost(), lost + 1);
+    store->move(MoveSource::hand(0), MoveDestination::foundation(0)); // the same deal: nothing new
+    EXPECT_EQ(preferences.gamesPlayed(), played + 1);
+    store->newGame();
+    EXPECT_EQ(preferences.gamesPlayed(), played + 2);
+    EXPECT_EQ(preferences.gamesLost(), lost + 2);
 }
 
 TEST_F(GameViewTest, ANewDealStopsTheFinish)
