@@ -4,6 +4,9 @@
 #include "engine/move_rules.hpp"
 #include "store/game_confirmation.hpp"
 
+#include "ui/celebration.hpp"
+
+#include <QDateTime>
 #include <QSaveFile>
 #include "ui/tap_router.hpp"
 
@@ -32,6 +35,9 @@ GameBoard::GameBoard(GameStore& store, GamePreferences* statistics, QObject* par
     autoCompleteTimer_.setInterval(120);
     autoCompleteTimer_.setSingleShot(true);
     connect(&autoCompleteTimer_, &QTimer::timeout, this, &GameBoard::playNextAutoMove);
+    celebrationTimer_.setSingleShot(true);
+    celebrationTimer_.setInterval(static_cast<int>(celebrationSeconds * 1000));
+    connect(&celebrationTimer_, &QTimer::timeout, this, [this] { setCelebration(0); });
     // The keyboard starts on the first column's lowest card.
     focus_ = settleFocus({KeyboardFocus::Row::tableau, 0, std::numeric_limits<std::int64_t>::max()}, store_.state());
     refreshPlaces();
@@ -161,12 +167,42 @@ void GameBoard::afterPositionChange()
         stopAutoComplete();
         hasOfferedAutoComplete_ = false;
         if (store_.confirmation() == GameConfirmation::autoComplete) store_.dismissConfirmation();
+        hasCelebratedCompletion_ = false;
+        setCelebration(0);
     }
-    if (isWon(state) || isAutoCompleting_ || hasOfferedAutoComplete_ || store_.confirmation()) return;
+    if (isWon(state)) {
+        if (!hasCelebratedCompletion_) {
+            hasCelebratedCompletion_ = true;
+            if (store_.confirmation() == GameConfirmation::autoComplete) store_.dismissConfirmation();
+            setCelebration(static_cast<double>(QDateTime::currentMSecsSinceEpoch()));
+            celebrationTimer_.start();
+        }
+        return;
+    }
+    if (isAutoCompleting_ || hasOfferedAutoComplete_ || store_.confirmation()) return;
     if (hasNoBlockedKing(state) && canAutoComplete(state)) {
         hasOfferedAutoComplete_ = true;
         store_.offerAutoComplete();
     }
+}
+
+void GameBoard::setCelebration(double startedAt)
+{
+    if (startedAt == 0) celebrationTimer_.stop();
+    if (startedAt == celebrationStartedAt_) return;
+    celebrationStartedAt_ = startedAt;
+    emit celebrationChanged();
+}
+
+QString GameBoard::winMessage() const
+{
+    if (!isWon(store_.state())) return {};
+    return QString::fromStdString(celebrationMessage(store_.gameIdentifier(), store_.state().moveCount));
+}
+
+QString GameBoard::winSummary() const
+{
+    return QString::fromStdString(completionSummary(store_.state().moveCount));
 }
 
 void GameBoard::startAutoComplete()

@@ -36,6 +36,10 @@ class GameBoard : public QObject {
     // -1 none, else newGame, restartGame, autoComplete, openSharedGame in that order.
     Q_PROPERTY(int confirmation READ confirmation NOTIFY confirmationChanged FINAL)
     Q_PROPERTY(bool autoCompleting READ autoCompleting NOTIFY autoCompletingChanged FINAL)
+    // The confetti's start, in milliseconds since the epoch; 0 when none falls.
+    Q_PROPERTY(double celebrationStartedAt READ celebrationStartedAt NOTIFY celebrationChanged FINAL)
+    Q_PROPERTY(QString winMessage READ winMessage NOTIFY stateChanged FINAL)
+    Q_PROPERTY(QString winSummary READ winSummary NOTIFY stateChanged FINAL)
     // -1 nothing, 0 a column's card, 1 a hand slot, 2 a foundation.
     Q_PROPERTY(int selectionKind READ selectionKind NOTIFY selectionChanged FINAL)
     Q_PROPERTY(int selectionIndex READ selectionIndex NOTIFY selectionChanged FINAL)
@@ -67,6 +71,9 @@ public:
     bool hasProgress() const { return store_.hasProgress(); }
     int confirmation() const;
     bool autoCompleting() const { return isAutoCompleting_; }
+    double celebrationStartedAt() const { return celebrationStartedAt_; }
+    QString winMessage() const;
+    QString winSummary() const;
     int selectionKind() const;
     int selectionIndex() const;
     int selectionCardIndex() const;
@@ -126,6 +133,7 @@ signals:
     void focusChanged();
     void confirmationChanged();
     void autoCompletingChanged();
+    void celebrationChanged();
 
 private:
     void onStoreChanged(GameStoreProperty property);
@@ -133,6 +141,7 @@ private:
     void refreshTargets();
     void afterPositionChange();
     void recordStatistics();
+    void setCelebration(double startedAt);
     void startAutoComplete();
     void playNextAutoMove();
     void stopAutoComplete();
@@ -152,6 +161,10 @@ private:
     bool hasOfferedAutoComplete_ = false;
     bool isAutoCompleting_ = false;
     QTimer autoCompleteTimer_;
+    // Confetti once per won position, until the deal is back at its start.
+    bool hasCelebratedCompletion_ = false;
+    double celebrationStartedAt_ = 0;
+    QTimer celebrationTimer_;
 };
 
 } // namespace zelvaine

@@ -259,6 +259,35 @@ TEST_F(GameViewTest, TheFinishIsOfferedOnceAndPlaysItself)
     EXPECT_EQ(preferences.highScore(), 8);
 }
 
+TEST_F(GameViewTest, AWinIsCelebratedOnceAndPlayAgainDeals)
+{
+    open(kingsLeft(), QSize(1600, 1000));
+    for (std::int64_t c = 0; c < 8; ++c) {
+        ASSERT_TRUE(store->move(MoveSource::tableau(c, 0), MoveDestination::foundation(c)));
+        if (c == 0) board->dismissConfirmation(); // finishing by hand
+    }
+    ASSERT_TRUE(isWon(store->state()));
+    QTest::qWait(50);
+    EXPECT_GT(board->celebrationStartedAt(), 0);
+    ASSERT_TRUE(item("winOverlay"));
+    EXPECT_TRUE(item("winOverlay")->isVisible());
+    EXPECT_FALSE(board->winMessage().isEmpty());
+    EXPECT_EQ(board->winSummary(), "You built all eight foundations in 8 moves.");
+
+    // Undo and win again: the panel returns, the confetti is not started anew.
+    const double started = board->celebrationStartedAt();
+    store->undo();
+    EXPECT_FALSE(item("winOverlay")->isVisible());
+    QTest::qWait(20);
+    ASSERT_TRUE(store->move(MoveSource::tableau(7, 0), MoveDestination::foundation(7)));
+    EXPECT_EQ(board->celebrationStartedAt(), started);
+
+    click("playAgain");
+    EXPECT_EQ(store->state().moveCount, 0);
+    EXPECT_EQ(board->celebrationStartedAt(), 0);
+    EXPECT_FALSE(item("winOverlay")->isVisible());
+}
+
 TEST_F(GameViewTest, ADealCountsAsPlayedWhenShownAndLostWhenReplaced)
 {
     const std::int64_t played = preferences.gamesPlayed();
@@ -321,6 +350,13 @@ TEST_F(GameViewTest, RendersTheTableInBothArrangements)
     QTest::qWait(50);
     const auto file = std::filesystem::path(ZELVAINE_SCREENSHOT_DIR) / "board-selection.png";
     EXPECT_TRUE(window->grabWindow().save(QString::fromStdString(file.string())));
+
+    // And a win, a second into its confetti.
+    open(kingsLeft(), QSize(1600, 1000));
+    for (std::int64_t c = 0; c < 8; ++c) store->move(MoveSource::tableau(c, 0), MoveDestination::foundation(c));
+    QTest::qWait(1000);
+    const auto won = std::filesystem::path(ZELVAINE_SCREENSHOT_DIR) / "board-win.png";
+    EXPECT_TRUE(window->grabWindow().save(QString::fromStdString(won.string())));
 }
 
 } // namespace

@@ -157,6 +157,21 @@ Item {
         acceptedButtons: Qt.AllButtons
     }
 
+    WinOverlay {
+        board: view.board
+        anchors.fill: parent
+        z: 9500
+    }
+
+    ConfettiItem {
+        anchors.fill: parent
+        z: 15000
+        startedAt: view.board.celebrationStartedAt
+        visible: startedAt > 0
+        enabled: false
+        Accessible.ignored: true
+    }
+
     ConfirmationDialog {
         board: view.board
     }

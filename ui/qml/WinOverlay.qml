@@ -1,0 +1,74 @@
+import QtQuick
+import QtQuick.Controls
+
+// Shown while the position is won: the table dimmed, and the praise for this finish.
+Item {
+    id: overlay
+
+    required property var board
+
+    objectName: "winOverlay"
+    visible: board.won
+
+    Rectangle {
+        anchors.fill: parent
+        color: Qt.rgba(0, 0, 0, 0.64)
+    }
+    // The dimmed table takes no taps while the panel is up.
+    MouseArea {
+        anchors.fill: parent
+    }
+    Rectangle {
+        anchors.centerIn: parent
+        width: Math.min(column.implicitWidth, 620) + 80
+        height: column.implicitHeight + 80
+        radius: 24
+        color: Qt.rgba(0.12, 0.14, 0.13, 0.86)
+        border.color: Qt.rgba(1, 1, 1, 0.12)
+
+        Column {
+            id: column
+            anchors.centerIn: parent
+            width: Math.min(implicitWidth, 620)
+            spacing: 16
+            Image {
+                anchors.horizontalCenter: parent.horizontalCenter
+                source: "qrc:/icons/mdi/crown.svg"
+                sourceSize: Qt.size(64, 64)
+            }
+            Text {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: qsTr("Zelvaine Complete")
+                font.pixelSize: 32
+                font.bold: true
+                color: "white"
+            }
+            Text {
+                objectName: "winMessage"
+                width: Math.min(implicitWidth, 620)
+                anchors.horizontalCenter: parent.horizontalCenter
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.WordWrap
+                text: overlay.board.winMessage
+                font.pixelSize: 20
+                font.weight: Font.DemiBold
+                color: "#f5c542"
+            }
+            Text {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: overlay.board.winSummary
+                font.pixelSize: 15
+                color: Qt.rgba(1, 1, 1, 0.8)
+            }
+            Button {
+                objectName: "playAgain"
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: qsTr("Play Again")
+                highlighted: true
+                palette.button: "#f5c542"
+                palette.buttonText: "black"
+                onClicked: overlay.board.newGame()
+            }
+        }
+    }
+}
