@@ -19,6 +19,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+#include <unistd.h>
 #include <memory>
 
 Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
@@ -286,6 +288,28 @@ TEST_F(GameViewTest, AWinIsCelebratedOnceAndPlayAgainDeals)
     EXPECT_EQ(store->state().moveCount, 0);
     EXPECT_EQ(board->celebrationStartedAt(), 0);
     EXPECT_FALSE(item("winOverlay")->isVisible());
+}
+
+TEST_F(GameViewTest, SharingAndOpeningAGame)
+{
+    const auto file = std::filesystem::temp_directory_path() / ("zelvaine-share-" + std::to_string(getpid()) + ".zelvaine");
+    ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(0)));
+    ASSERT_TRUE(board->canShare());
+    ASSERT_TRUE(board->exportGame(QUrl::fromLocalFile(QString::fromStdString(file.string()))));
+
+    board->openGame(QUrl::fromLocalFile(QString::fromStdString(file.string())));
+    ASSERT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::openSharedGame));
+    board->confirm();
+    EXPECT_TRUE(store->challenge().wasImported);
+    EXPECT_EQ(store->state().moveCount, 1);
+    EXPECT_EQ(store->state().foundations[0].size(), 1U);
+
+    // A file that is not a game leaves the game alone and says so.
+    std::ofstream(file) << "not a game";
+    board->openGame(QUrl::fromLocalFile(QString::fromStdString(file.string())));
+    EXPECT_EQ(board->message(), "Zelvaine could not open that game file.");
+    EXPECT_EQ(store->state().moveCount, 1);
+    std::filesystem::remove(file);
 }
 
 TEST_F(GameViewTest, ADealCountsAsPlayedWhenShownAndLostWhenReplaced)
