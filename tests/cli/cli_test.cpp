@@ -173,6 +173,56 @@ TEST_F(Cli, BadInputIsOneLineOnStderrAndStatusTwo)
     EXPECT_EQ(notJson.err.substr(0, 51), "zelvaine-cli: unreadable position: not valid JSON (");
 }
 
+TEST_F(Cli, SolveGivesAReplayableLine)
+{
+    GameState state = testing::emptyBoard();
+    const char* tops[] = {"KC", "KD", "JH", "KS", "KC", "KD", "KH", "KS"};
+    for (std::size_t f = 0; f < 8; ++f) state.foundations[f] = testing::foundationUpTo(tops[f]);
+    state.tableau[4] = testing::cards("KH QH");
+    const auto file = save(state);
+
+    const CliRun solved = run("solve " + file);
+    ASSERT_EQ(solved.status, 0) << solved.err;
+    const std::string expected =
+        R"({"verdict":"winnable","moves":["tableau:4:1>foundation:2","tableau:4:0>foundation:2"],)"
+        R"("length":2,"positions":)";
+    EXPECT_EQ(solved.out.substr(0, expected.size()), expected);
+    EXPECT_NE(solved.out.find(R"(,"milliseconds":)"), std::string::npos);
+
+    // The king of hearts lies on the queen it must follow; the one free hand slot is the way out.
+    state.tableau[4] = testing::cards("QH KH");
+    state.foundations[2] = testing::foundationUpTo("JH");
+    state.foundations[1] = testing::foundationUpTo("QD");
+    state.foundations[5] = testing::foundationUpTo("QD");
+    state.foundations[0] = testing::foundationUpTo("QC");
+    state.hand = {testing::card("KD"), testing::card("KD"), testing::card("KC"), std::nullopt};
+    EXPECT_TRUE(run("solve " + save(state, "second.json")).out.starts_with(R"({"verdict":"winnable")"));
+
+    const CliRun cut = run("solve " + save(testing::knownDeal(), "deal.json") + " --budget 10");
+    EXPECT_TRUE(cut.out.starts_with(R"({"verdict":"unknown","moves":[],"length":0,"positions":10,)")) << cut.out;
+
+    EXPECT_EQ(run("solve " + file + " --budget 0").status, 2);
+    EXPECT_EQ(run("solve " + file + " --budget lots").status, 2);
+    EXPECT_EQ(run("solve " + file + " --depth 4").status, 2);
+}
+
+TEST_F(Cli, SurveyRepeatsForTheSameSeed)
+{
+    // Everything but the times must come out the same on every run.
+    auto withoutTimes = [](std::string out) {
+        const auto start = out.find(R"("milliseconds":{)");
+        if (start != std::string::npos) out.erase(start, out.find('}', start) - start + 1);
+        return out;
+    };
+    const CliRun first = run("survey --deals 3 --seed 9 --budget 2000");
+    ASSERT_EQ(first.status, 0) << first.err;
+    EXPECT_TRUE(first.out.starts_with(R"({"deals":3,"seed":9,"budget":2000,"winnable":)")) << first.out;
+    EXPECT_NE(first.out.find(R"("wilson95":[)"), std::string::npos);
+    EXPECT_NE(first.out.find(R"("solutionLength":{"median":)"), std::string::npos);
+    EXPECT_EQ(withoutTimes(run("survey --deals 3 --seed 9 --budget 2000").out), withoutTimes(first.out));
+    EXPECT_EQ(run("survey --deals 3").status, 2);
+}
+
 TEST_F(Cli, ExportThenOpenGivesTheSameGameWithNewIds)
 {
     GameState deal = dealNewGame();

@@ -6,11 +6,16 @@
 #include "engine/json_writer.hpp"
 #include "engine/move_rules.hpp"
 #include "engine/state_json.hpp"
+#include "solver/solver.hpp"
+#include "solver/survey.hpp"
 #include "store/game_document.hpp"
 #include "store/saved_game.hpp"
 #include "tools/cli/board_text.hpp"
 #include "tools/cli/move_text.hpp"
 
+#include <algorithm>
+#include <charconv>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -34,8 +39,15 @@ constexpr std::string_view usage =
     "       zelvaine-cli open FILE\n"
     "       zelvaine-cli export CURRENT INITIAL\n"
     "       zelvaine-cli restore BLOBFILE\n"
+    "       zelvaine-cli solve STATE [--budget N]\n"
+    "       zelvaine-cli survey --deals N --seed S [--budget N]\n"
     "STATE is a position file, or - for standard input.\n"
-    "SOURCE: tableau:C:I, hand:I or foundation:I; DESTINATION: tableau:C, foundation:F, hand or hand:S.\n";
+    "SOURCE: tableau:C:I, hand:I or foundation:I; DESTINATION: tableau:C, foundation:F, hand or hand:S.\n"
+    "solve prints the verdict (winnable, unwinnable or unknown when the budget of N positions runs\n"
+    "out, 1000000 by default) and, when winnable, the moves as \"SOURCE>DESTINATION\" texts that\n"
+    "replay through move from STATE, for example \"tableau:3:9>foundation:0\".\n"
+    "survey solves N deals shuffled from seed S; its win rate and 95% Wilson interval count only\n"
+    "the deals with a verdict, times are in milliseconds.\n";
 
 struct UsageError {
     std::string message;
@@ -227,6 +239,135 @@ std::string restoreCommand(std::span<const std::string_view> args)
     return out;
 }
 
+std::uint64_t numberArgument(std::string_view name, std::string_view text)
+{
+    std::uint64_t value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc{} || end != text.data() + text.size()) {
+        throw UsageError{"bad number \"" + std::string(text) + "\" for " + std::string(name)};
+    }
+    return value;
+}
+
+// "--name value" options after the positional arguments.
+struct Options {
+    std::optional<std::uint64_t> budget;
+    std::optional<std::uint64_t> deals;
+    std::optional<std::uint64_t> seed;
+};
+
+Options parseOptions(std::span<const std::string_view> args, std::span<const std::string_view> allowed)
+{
+    Options options;
+    for (std::size_t i = 0; i < args.size(); i += 2) {
+        const std::string_view name = args[i];
+        if (std::ranges::find(allowed, name) == allowed.end()) {
+            throw UsageError{"unknown option \"" + std::string(name) + "\""};
+        }
+        if (i + 1 >= args.size()) throw UsageError{std::string(name) + " needs a value"};
+        const std::uint64_t value = numberArgument(name, args[i + 1]);
+        if (name == "--budget") options.budget = value;
+        if (name == "--deals") options.deals = value;
+        if (name == "--seed") options.seed = value;
+    }
+    return options;
+}
+
+solver::SolverOptions solverOptions(const Options& options)
+{
+    solver::SolverOptions settings;
+    if (options.budget) {
+        if (*options.budget == 0) throw UsageError{"--budget must be at least 1"};
+        settings.positionBudget = *options.budget;
+    }
+    return settings;
+}
+
+double millisecondsSince(std::chrono::steady_clock::time_point start)
+{
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+std::string number(double value)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.4g", value);
+    return text;
+}
+
+std::string solveCommand(std::span<const std::string_view> args)
+{
+    if (args.size() < 2) throw UsageError{"'solve' takes a position file"};
+    static constexpr std::string_view allowed[] = {"--budget"};
+    const auto options = solverOptions(parseOptions(args.subspan(2), allowed));
+    const GameState state = loadState(args[1]);
+    if (auto reason = solver::unsolvableReason(state)) throw UsageError{"cannot solve this position: " + *reason};
+
+    const auto start = std::chrono::steady_clock::now();
+    const solver::SolveResult result = solver::solve(state, options);
+    const auto milliseconds = static_cast<std::int64_t>(millisecondsSince(start));
+
+    std::string out = "{\"verdict\":";
+    appendJsonString(out, solver::toString(result.verdict));
+    out += ",\"moves\":[";
+    for (std::size_t i = 0; i < result.moves.size(); ++i) {
+        if (i > 0) out += ',';
+        appendJsonString(out, toString(result.moves[i].source) + ">" + toString(result.moves[i].destination));
+    }
+    out += "],\"length\":" + std::to_string(result.moves.size());
+    out += ",\"positions\":" + std::to_string(result.positions);
+    out += ",\"milliseconds\":" + std::to_string(milliseconds) + "}";
+    return out;
+}
+
+std::string distribution(const std::vector<double>& values)
+{
+    std::string out = "{\"median\":" + number(solver::percentile(values, 0.5));
+    out += ",\"p95\":" + number(solver::percentile(values, 0.95));
+    out += ",\"p99\":" + number(solver::percentile(values, 0.99));
+    out += ",\"max\":" + number(solver::percentile(values, 1.0)) + "}";
+    return out;
+}
+
+std::string surveyCommand(std::span<const std::string_view> args)
+{
+    static constexpr std::string_view allowed[] = {"--deals", "--seed", "--budget"};
+    const Options options = parseOptions(args.subspan(1), allowed);
+    if (!options.deals || !options.seed) throw UsageError{"'survey' needs --deals N and --seed S"};
+    const auto solverSettings = solverOptions(options);
+
+    SeededRandom random(*options.seed);
+    std::uint64_t won = 0;
+    std::uint64_t lost = 0;
+    std::vector<double> milliseconds;
+    std::vector<double> lengths;
+    for (std::uint64_t deal = 0; deal < *options.deals; ++deal) {
+        const GameState state = dealNewGame(random);
+        const auto start = std::chrono::steady_clock::now();
+        const solver::SolveResult result = solver::solve(state, solverSettings);
+        milliseconds.push_back(millisecondsSince(start));
+        if (result.verdict == solver::Verdict::winnable) {
+            ++won;
+            lengths.push_back(static_cast<double>(result.moves.size()));
+        } else if (result.verdict == solver::Verdict::unwinnable) {
+            ++lost;
+        }
+    }
+    const std::uint64_t decided = won + lost;
+    const auto [low, high] = solver::wilsonInterval(won, decided);
+    std::string out = "{\"deals\":" + std::to_string(*options.deals);
+    out += ",\"seed\":" + std::to_string(*options.seed);
+    out += ",\"budget\":" + std::to_string(solverSettings.positionBudget);
+    out += ",\"winnable\":" + std::to_string(won);
+    out += ",\"unwinnable\":" + std::to_string(lost);
+    out += ",\"unknown\":" + std::to_string(*options.deals - decided);
+    out += ",\"winRate\":" + number(decided == 0 ? 0.0 : static_cast<double>(won) / static_cast<double>(decided));
+    out += ",\"wilson95\":[" + number(low) + "," + number(high) + "]";
+    out += ",\"milliseconds\":" + distribution(milliseconds);
+    out += ",\"solutionLength\":" + distribution(lengths) + "}";
+    return out;
+}
+
 int run(std::span<const std::string_view> args)
 {
     if (args.empty()) throw UsageError{"missing command"};
@@ -250,6 +391,10 @@ int run(std::span<const std::string_view> args)
         return 0;
     } else if (command == "restore") {
         out = restoreCommand(args);
+    } else if (command == "solve") {
+        out = solveCommand(args);
+    } else if (command == "survey") {
+        out = surveyCommand(args);
     } else if (command == "show") {
         expectArguments(args, 2);
         std::cout << boardText(loadState(args[1]));

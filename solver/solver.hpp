@@ -1,0 +1,52 @@
+#pragma once
+
+#include "engine/game_state.hpp"
+#include "engine/move.hpp"
+
+#include <cstdint>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zelvaine::solver {
+
+enum class Verdict : std::uint8_t { winnable, unwinnable, unknown };
+std::string_view toString(Verdict verdict);
+
+struct SolverMove {
+    MoveSource source;
+    MoveDestination destination;
+
+    friend bool operator==(const SolverMove&, const SolverMove&) = default;
+};
+
+struct SolverOptions {
+    // Distinct positions the search may enter before it gives up with "unknown". Counting
+    // positions rather than time makes every answer repeat on any machine; it also bounds the
+    // memory, about 50 bytes a position.
+    std::uint64_t positionBudget = 1'000'000;
+    // Longest line the search follows. A position cut off here makes the search incomplete, so
+    // it can then no longer answer "unwinnable".
+    std::size_t maxDepth = 4000;
+};
+
+struct SolveResult {
+    Verdict verdict = Verdict::unknown;
+    // For "winnable": moves with the real indices of the given position; replayed through
+    // applyMove from it, they reach a won position.
+    std::vector<SolverMove> moves;
+    std::uint64_t positions = 0;
+};
+
+// The reason the solver cannot read `state` (see SolverPosition::from), or none.
+std::optional<std::string> unsolvableReason(const GameState& state);
+
+// Best-first search over every legal move, with positions that differ only by symmetries of the
+// rules counted once. Stopping through `stop` gives "unknown" at the next position examined.
+// Positions are remembered by 64-bit keys only; two positions sharing a key would make one of
+// them look seen, a chance near n²/2^65 for n positions (below one in a million at 10^6).
+SolveResult solve(const GameState& state, const SolverOptions& options = {}, std::stop_token stop = {});
+
+} // namespace zelvaine::solver

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "engine/game_state.hpp"
+#include "engine/move.hpp"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zelvaine::solver {
+
+// A card as the rules see it: suit and rank only. The two copies of a card are the same code,
+// which is what lets the search treat them as interchangeable.
+using CardCode = std::uint8_t;
+inline constexpr CardCode noCard = 0xFF;
+
+constexpr CardCode cardCode(Suit suit, Rank rank)
+{
+    return static_cast<CardCode>(static_cast<int>(suit) * 13 + rawValue(rank) - 1);
+}
+constexpr int suitOf(CardCode code) { return code / 13; }
+constexpr int rankOf(CardCode code) { return code % 13 + 1; }
+constexpr bool isRedCode(CardCode code) { return suitOf(code) == 1 || suitOf(code) == 2; }
+constexpr bool buildsDown(CardCode lower, CardCode upper)
+{
+    return rankOf(lower) + 1 == rankOf(upper) && isRedCode(lower) != isRedCode(upper);
+}
+
+// One move in the solver's own terms; it maps one to one onto a MoveSource and MoveDestination
+// of the real position it was generated for.
+struct Step {
+    enum class Place : std::uint8_t { tableau, hand, foundation };
+    Place from = Place::tableau;
+    std::uint8_t fromIndex = 0;
+    std::uint8_t start = 0; // first card of a column string
+    Place to = Place::tableau;
+    std::uint8_t toIndex = 0;
+    std::uint8_t count = 1;    // cards moved, so that the move can be undone
+    std::uint8_t priority = 0; // search order only
+
+    MoveSource source() const;
+    MoveDestination destination() const;
+};
+
+// A position the search can change in place and undo. It keeps the real column, slot and
+// foundation indices, so the moves it produces replay on the real position; only its key
+// forgets what the rules cannot see.
+class SolverPosition {
+public:
+    // None, with the reason in `problem`, when the position is not one the search can read:
+    // not ten columns, eight foundations and four slots, more than 104 cards, or a foundation
+    // that is not built from an ace upward in one suit.
+    static std::optional<SolverPosition> from(const GameState& state, std::string* problem = nullptr);
+
+    // Equal for positions that differ only by the order of the columns, of the hand slots or of
+    // two foundations, or by which copy of a card lies where.
+    std::uint64_t key() const;
+    bool isWon() const;
+
+    // Every move the rules allow that leads to a different position, minus moves that only
+    // lead to a symmetric twin of another listed move, roughly best first. When an ace can go
+    // home, that move alone: it is never wrong.
+    void generateMoves(std::vector<Step>& out) const;
+
+    // A rough measure of progress: cards home, free places, and how deep the cards the
+    // foundations need next are buried.
+    int evaluate() const;
+
+    void apply(const Step& step);
+    void undo(const Step& step);
+
+    const std::array<std::vector<CardCode>, tableauColumnCount>& columns() const { return columns_; }
+
+private:
+    void push(std::size_t column, CardCode code);
+    CardCode pop(std::size_t column);
+    void setFoundation(std::size_t index, int height, int suit);
+
+    std::array<std::vector<CardCode>, tableauColumnCount> columns_;
+    std::array<CardCode, handSlotCount> hand_{noCard, noCard, noCard, noCard};
+    std::array<std::uint8_t, foundationCount> height_{};
+    std::array<std::uint8_t, foundationCount> suit_{};
+
+    // Incremental hash parts: one per column, and additive sums for the hand and foundations
+    // so that their order cannot matter.
+    std::array<std::uint64_t, tableauColumnCount> columnHash_{};
+    std::uint64_t handSum_ = 0;
+    std::uint64_t foundationSum_ = 0;
+};
+
+} // namespace zelvaine::solver
