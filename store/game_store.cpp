@@ -365,9 +365,11 @@ void GameStore::rejectSharedGame(const std::optional<std::string>& description)
     publishMessage(GameMessageKind::notice, description.value_or(sharedGameFailureText()));
 }
 
+bool GameStore::canMakeDocument() const { return isWellFormed(state_) && isWellFormed(initialState_); }
+
 std::optional<ZelvaineGameDocument> GameStore::makeDocument() const
 {
-    if (!isWellFormed(state_) || !isWellFormed(initialState_)) return std::nullopt;
+    if (!canMakeDocument()) return std::nullopt;
     return ZelvaineGameDocument::fromStates(state_, initialState_);
 }
 

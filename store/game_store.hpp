@@ -104,6 +104,8 @@ public:
     std::optional<ZelvaineGameDocumentError> prepareSharedGame(const ZelvaineGameDocument& document);
     void openPendingSharedGame();
     void rejectSharedGame(const std::optional<std::string>& description);
+    // Whether the game can be shared: both of its positions are well formed.
+    bool canMakeDocument() const;
     std::optional<ZelvaineGameDocument> makeDocument() const;
 
     void refuse(const std::string& text);

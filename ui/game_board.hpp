@@ -33,6 +33,7 @@ class GameBoard : public QObject {
     Q_PROPERTY(bool canUndo READ canUndo NOTIFY stateChanged FINAL)
     Q_PROPERTY(bool canRedo READ canRedo NOTIFY stateChanged FINAL)
     Q_PROPERTY(bool hasProgress READ hasProgress NOTIFY stateChanged FINAL)
+    Q_PROPERTY(bool canShare READ canShare NOTIFY stateChanged FINAL)
     // -1 none, else newGame, restartGame, autoComplete, openSharedGame in that order.
     Q_PROPERTY(int confirmation READ confirmation NOTIFY confirmationChanged FINAL)
     Q_PROPERTY(bool autoCompleting READ autoCompleting NOTIFY autoCompletingChanged FINAL)
@@ -112,7 +113,7 @@ public:
     Q_INVOKABLE void dismissConfirmation() { store_.dismissConfirmation(); }
 
     // Shared games: writing the current one to a file, and reading one that the player chose.
-    Q_INVOKABLE bool canShare() const { return store_.makeDocument().has_value(); }
+    bool canShare() const { return store_.canMakeDocument(); }
     Q_INVOKABLE bool exportGame(const QUrl& file);
     Q_INVOKABLE void openGame(const QUrl& file);
 

@@ -105,7 +105,7 @@ RowLayout {
             MenuItem {
                 text: qsTr("Share Game")
                 icon.source: "qrc:/icons/mdi/export-variant.svg"
-                enabled: toolbar.board.canShare()
+                enabled: toolbar.board.canShare
                 onTriggered: {
                     saveDialog.active = true;
                     saveDialog.item.selectedFile = saveDialog.item.currentFolder + "/Zelvaine Game.zelvaine";
