@@ -4,6 +4,7 @@
 #include "engine/move_rules.hpp"
 #include "store/game_confirmation.hpp"
 
+#include "ui/card_drag_controller.hpp"
 #include "ui/celebration.hpp"
 
 #include <QDateTime>
@@ -31,8 +32,6 @@ GameBoard::GameBoard(GameStore& store, GamePreferences* statistics, QObject* par
 {
     for (std::size_t c = 0; c < tableauColumnCount; ++c) columns_.push_back(std::make_unique<CardListModel>(this));
     token_ = store_.observe([this](GameStoreProperty property) { onStoreChanged(property); });
-    // A step's card flies 0.095 s and rests 0.025 s before the next.
-    autoCompleteTimer_.setInterval(120);
     autoCompleteTimer_.setSingleShot(true);
     connect(&autoCompleteTimer_, &QTimer::timeout, this, &GameBoard::playNextAutoMove);
     celebrationTimer_.setSingleShot(true);
@@ -214,23 +213,40 @@ void GameBoard::startAutoComplete()
     isAutoCompleting_ = true;
     store_.beginDeferringPersistence();
     emit autoCompletingChanged();
-    autoCompleteTimer_.start();
+    autoCompleteTimer_.start(0);
 }
 
+// Each step flies its card for 0.095 s, makes the move, and rests 0.025 s before the next.
 void GameBoard::playNextAutoMove()
 {
     if (!isAutoCompleting_) return;
+    if (flyingMove_) {
+        const FoundationAutoMove step = *flyingMove_;
+        flyingMove_.reset();
+        const bool moved = store_.performAutoMove(step);
+        if (flights_) flights_->land();
+        if (!moved || isWon(store_.state())) {
+            stopAutoComplete();
+            return;
+        }
+        if (isAutoCompleting_) autoCompleteTimer_.start(25);
+        return;
+    }
     const auto step = isWon(store_.state()) ? std::nullopt : nextFoundationAutoMove(store_.state());
-    if (!step || !store_.performAutoMove(*step) || isWon(store_.state())) {
+    if (!step) {
         stopAutoComplete();
         return;
     }
-    if (isAutoCompleting_) autoCompleteTimer_.start();
+    const int flight = flights_ ? flights_->fly(step->source, step->foundationIndex, step->card) : 0;
+    flyingMove_ = step;
+    autoCompleteTimer_.start(flight > 0 ? flight : 95);
 }
 
 void GameBoard::stopAutoComplete()
 {
     autoCompleteTimer_.stop();
+    flyingMove_.reset();
+    if (flights_) flights_->land();
     if (!isAutoCompleting_) return;
     isAutoCompleting_ = false;
     store_.endDeferringPersistence();

@@ -3,6 +3,7 @@
 // moc cannot read the C++20 standard headers these pull in, and needs nothing from them.
 #ifndef Q_MOC_RUN
 #include "store/game_preferences.hpp"
+#include "engine/auto_complete.hpp"
 #include "store/game_store.hpp"
 #include "ui/keyboard_focus.hpp"
 #endif
@@ -10,6 +11,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QTimer>
 #include <QUrl>
@@ -17,6 +19,8 @@
 #include <QtQml/qqmlregistration.h>
 
 namespace zelvaine {
+
+class CardDragController;
 
 // The game store as QML sees it: the places' cards as models, the selection, the legal
 // destinations to highlight and the message, each with its change signal; and the player's
@@ -124,6 +128,8 @@ public:
     Q_INVOKABLE void clearMessage() { store_.clearMessage(); }
 
     GameStore& store() { return store_; }
+    // Where the automatic finish shows its flying cards; without one the cards simply appear.
+    void setFlights(CardDragController* flights) { flights_ = flights; }
     const CardListModel& column(int index) const { return *columns_[static_cast<std::size_t>(index)]; }
 
 signals:
@@ -162,6 +168,9 @@ private:
     bool hasOfferedAutoComplete_ = false;
     bool isAutoCompleting_ = false;
     QTimer autoCompleteTimer_;
+    // The step whose card is in the air; it is made when the flight lands.
+    std::optional<FoundationAutoMove> flyingMove_;
+    CardDragController* flights_ = nullptr;
     // Confetti once per won position, until the deal is back at its start.
     bool hasCelebratedCompletion_ = false;
     double celebrationStartedAt_ = 0;

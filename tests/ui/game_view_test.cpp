@@ -4,7 +4,9 @@
 #include "store/game_confirmation.hpp"
 #include "store/game_store.hpp"
 #include "store/in_memory_defaults_store.hpp"
+#include "store/saved_game.hpp"
 #include "tests/support/positions.hpp"
+#include "ui/card_drag_controller.hpp"
 #include "ui/game_board.hpp"
 #include "ui/preferences_model.hpp"
 
@@ -33,17 +35,41 @@ using testing::cards;
 
 using testing::knownDeal;
 
+// Counts the writes of the saved game, so that a test can tell how often the game was saved.
+class CountingDefaultsStore final : public DefaultsStore {
+public:
+    std::optional<DefaultsValue> value(std::string_view key) const override { return inner_.value(key); }
+    void set(std::string_view key, DefaultsValue value) override
+    {
+        if (key == savedGameKey) ++saves;
+        inner_.set(key, std::move(value));
+    }
+    void remove(std::string_view key) override { inner_.remove(key); }
+    void flush() override {}
+
+    int saves = 0;
+
+private:
+    InMemoryDefaultsStore inner_;
+};
+
 class GameViewTest : public ::testing::Test {
 protected:
     void SetUp() override { open(knownDeal(), QSize(1600, 1000)); }
 
-    void open(const GameState& game, QSize size)
+    // A persisting store restores `game` from the defaults, as the application would after a restart.
+    void open(const GameState& game, QSize size, bool persisting = false)
     {
         // Views first, then the board, then the store it observes.
         view.reset();
         window.reset();
         board.reset();
-        store = std::make_unique<GameStore>(game, defaults, sound);
+        if (persisting) {
+            defaults.setData(savedGameKey, {std::make_shared<const std::string>(encodeSavedGame({game, game, {}, {}, {}}))});
+            store = std::make_unique<GameStore>(std::nullopt, defaults, sound);
+        } else {
+            store = std::make_unique<GameStore>(game, defaults, sound);
+        }
         board = std::make_unique<GameBoard>(*store, &preferences);
         preferencesModel = std::make_unique<PreferencesModel>(preferences);
         window = std::make_unique<QQuickWindow>();
@@ -82,7 +108,24 @@ protected:
         QTest::mouseClick(window.get(), Qt::LeftButton, {}, target->mapToScene(at).toPoint());
     }
 
-    InMemoryDefaultsStore defaults;
+    // Presses at `from`, travels to `to` in a few steps as a hand would, and lets go there.
+    void dragBetween(QPointF from, QPointF to, int steps = 8)
+    {
+        QTest::mousePress(window.get(), Qt::LeftButton, {}, from.toPoint());
+        for (int i = 1; i <= steps; ++i) {
+            QTest::mouseMove(window.get(), (from + (to - from) * i / steps).toPoint());
+        }
+        QTest::mouseRelease(window.get(), Qt::LeftButton, {}, to.toPoint());
+    }
+    QPointF centreOf(const QString& name, double dy = 0) const
+    {
+        QQuickItem* target = item(name);
+        if (!target) return {};
+        return target->mapToScene(QPointF(target->width() / 2, dy > 0 ? dy : target->height() / 2));
+    }
+    CardDragController* drag() const { return view->findChild<CardDragController*>(); }
+
+    CountingDefaultsStore defaults;
     SilentSoundCues sound;
     GamePreferences preferences{defaults, sound};
     QQmlEngine engine;
@@ -227,13 +270,16 @@ GameState kingsLeft()
     for (std::size_t f = 0; f < 8; ++f) {
         s.foundations[f] = testing::foundationUpTo(tops[f]);
         s.tableau[f] = {card(std::string("K") + tops[f][1])};
+        // Each suit's second run comes from the second deck, as in a real game.
+        for (auto& c : s.foundations[f]) c.deck = static_cast<std::int64_t>(f % 2);
+        s.tableau[f][0].deck = static_cast<std::int64_t>(f % 2);
     }
     return s;
 }
 
 TEST_F(GameViewTest, TheFinishIsOfferedOnceAndPlaysItself)
 {
-    open(kingsLeft(), QSize(1600, 1000));
+    open(kingsLeft(), QSize(1600, 1000), true);
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 0), MoveDestination::foundation(0)));
     EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::autoComplete));
     EXPECT_EQ(board->confirmationTexts()["title"].toString(), "Finish automatically?");
@@ -249,10 +295,16 @@ TEST_F(GameViewTest, TheFinishIsOfferedOnceAndPlaysItself)
     ASSERT_EQ(store->state().moveCount, 0);
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 0), MoveDestination::foundation(0)));
     ASSERT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::autoComplete));
+    // The offer's acceptance is saved; the eight flying cards are saved once, at the end.
     board->confirm();
     EXPECT_TRUE(board->autoCompleting());
     EXPECT_TRUE(store->challenge().usedAutoComplete);
+    const int savesBefore = defaults.saves;
+    ASSERT_TRUE(QTest::qWaitFor([this] { return drag()->active(); }, 2000)) << "a card flies to its foundation";
+    EXPECT_EQ(drag()->faces().size(), 1);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !board->autoCompleting(); }, 5000));
+    EXPECT_EQ(defaults.saves - savesBefore, 1);
+    EXPECT_FALSE(drag()->active());
     EXPECT_TRUE(isWon(store->state()));
     EXPECT_EQ(store->state().moveCount, 8);
     EXPECT_EQ(store->history().size(), 8U);
@@ -326,6 +378,74 @@ TEST_F(GameViewTest, ADealCountsAsPlayedWhenShownAndLostWhenReplaced)
     EXPECT_EQ(preferences.gamesLost(), lost + 2);
 }
 
+TEST_F(GameViewTest, ADraggedStringLandsOnALegalColumn)
+{
+    // Column 0 ends in 9♣ 8♥; column 3 in 10♦. Grab the nine by its strip and drop the string on the ten.
+    const QPointF grip = centreOf("tableau-0-8", 6);
+    const QPointF overTen = centreOf("tableau-3-9");
+    QTest::mousePress(window.get(), Qt::LeftButton, {}, grip.toPoint());
+    QTest::mouseMove(window.get(), (grip + QPointF(20, 20)).toPoint());
+    ASSERT_TRUE(drag()->active());
+    EXPECT_EQ(drag()->faces().size(), 2);
+    EXPECT_EQ(item("tableau-0-8")->opacity(), 0) << "the string leaves its column while it is dragged";
+    EXPECT_EQ(item("tableau-0-7")->opacity(), 1);
+    QTest::mouseMove(window.get(), overTen.toPoint());
+    QTest::mouseRelease(window.get(), Qt::LeftButton, {}, overTen.toPoint());
+
+    EXPECT_EQ(store->state().tableau[3].size(), 12U);
+    EXPECT_EQ(store->state().tableau[0].size(), 8U);
+    EXPECT_EQ(store->state().moveCount, 1);
+    EXPECT_FALSE(drag()->active());
+    EXPECT_FALSE(store->message());
+}
+
+TEST_F(GameViewTest, ADropOnNothingExplainsAndSpringsBack)
+{
+    const GameState before = store->state();
+    const QPointF from = centreOf("hand-0");
+    QTest::mousePress(window.get(), Qt::LeftButton, {}, from.toPoint());
+    QTest::mouseMove(window.get(), (from + QPointF(0, -10)).toPoint());
+    ASSERT_TRUE(drag()->active());
+    // Onto the middle of a column, where an ace has no place.
+    const QPointF nowhere = centreOf("tableau-5-4");
+    QTest::mouseMove(window.get(), nowhere.toPoint());
+    QTest::mouseRelease(window.get(), Qt::LeftButton, {}, nowhere.toPoint());
+
+    EXPECT_EQ(store->state(), before);
+    EXPECT_EQ(board->message(), "That card cannot be dropped there.");
+    EXPECT_TRUE(drag()->active()) << "the preview stays while it springs back";
+    // A drag on another card meanwhile does nothing.
+    dragBetween(centreOf("hand-1"), centreOf("hand-1") + QPointF(40, 0));
+    EXPECT_EQ(drag()->sourceKind(), 1);
+    EXPECT_EQ(drag()->sourceIndex(), 0);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !drag()->active(); }, 2000));
+    // Home again, over the slot it came from.
+    EXPECT_NEAR(drag()->dragPosition()->location().x(), from.x(), 3);
+    EXPECT_NEAR(drag()->dragPosition()->location().y(), from.y(), 3);
+    EXPECT_EQ(store->state(), before);
+}
+
+TEST_F(GameViewTest, AShortDragIsATapAndABlockedCardShakes)
+{
+    const QPointF from = centreOf("hand-0");
+    dragBetween(from, from + QPointF(4, 3), 2);
+    EXPECT_FALSE(drag()->active());
+    EXPECT_EQ(store->selection(), MoveSource::hand(0));
+
+    // A drag on a blocked card moves nothing and shakes it once; a second drag meanwhile is ignored.
+    QQuickItem* column = item("column-9");
+    const QPointF blocked = centreOf("tableau-9-0", 6);
+    dragBetween(blocked, blocked + QPointF(60, 80));
+    EXPECT_EQ(column->property("blockedCardIndex").toInt(), 0);
+    QTest::qWait(100);
+    dragBetween(centreOf("tableau-9-1", 6), centreOf("tableau-9-1", 6) + QPointF(60, 80));
+    EXPECT_EQ(column->property("blockedCardIndex").toInt(), 0);
+    EXPECT_TRUE(QTest::qWaitFor([column] { return column->property("blockedCardIndex").toInt() == -1; }, 2000));
+    EXPECT_EQ(column->property("blockedCardOffset").toDouble(), 0);
+    EXPECT_EQ(store->state().moveCount, 0);
+    EXPECT_FALSE(drag()->active());
+}
+
 TEST_F(GameViewTest, ANewDealStopsTheFinish)
 {
     open(kingsLeft(), QSize(1600, 1000));
@@ -381,6 +501,17 @@ TEST_F(GameViewTest, RendersTheTableInBothArrangements)
     QTest::qWait(1000);
     const auto won = std::filesystem::path(ZELVAINE_SCREENSHOT_DIR) / "board-win.png";
     EXPECT_TRUE(window->grabWindow().save(QString::fromStdString(won.string())));
+
+    // And a string in the air.
+    open(knownDeal(), QSize(1600, 1000));
+    const QPointF grip = centreOf("tableau-0-8", 6);
+    QTest::mousePress(window.get(), Qt::LeftButton, {}, grip.toPoint());
+    QTest::mouseMove(window.get(), (grip + QPointF(10, 10)).toPoint());
+    QTest::mouseMove(window.get(), (grip + QPointF(160, 90)).toPoint());
+    QTest::qWait(30);
+    const auto dragging = std::filesystem::path(ZELVAINE_SCREENSHOT_DIR) / "board-drag.png";
+    EXPECT_TRUE(window->grabWindow().save(QString::fromStdString(dragging.string())));
+    QTest::mouseRelease(window.get(), Qt::LeftButton, {}, (grip + QPointF(160, 90)).toPoint());
 }
 
 } // namespace

@@ -5,6 +5,7 @@ AreaPanel {
     id: area
 
     required property var board
+    required property var drag
     required property real cardWidth
 
     title: qsTr("FOUNDATIONS")
@@ -17,6 +18,7 @@ AreaPanel {
             model: area.board.foundations
             delegate: PlaceSlot {
                 board: area.board
+                drag: area.drag
                 kind: 2
                 width: area.cardWidth
                 height: area.cardWidth / 0.7

@@ -29,6 +29,12 @@ Item {
         event.accepted = true;
     }
 
+    CardDragController {
+        id: cardDrag
+        board: view.board
+        boardItem: view
+    }
+
     BoardGeometry {
         id: boardGeometry
         width: view.width
@@ -85,16 +91,19 @@ Item {
                 anchors.horizontalCenter: parent.horizontalCenter
                 spacing: 32
                 FoundationArea {
+                    drag: cardDrag
                     anchors.horizontalCenter: parent.horizontalCenter
                     board: view.board
                     cardWidth: boardGeometry.cardWidth
                 }
                 Tableau {
+                    drag: cardDrag
                     board: view.board
                     geometry: boardGeometry
                     availableHeight: arrangement.height - boardGeometry.cardHeight * 2 - 64 - 2 * 46
                 }
                 HandArea {
+                    drag: cardDrag
                     anchors.horizontalCenter: parent.horizontalCenter
                     board: view.board
                     cardWidth: boardGeometry.cardWidth
@@ -112,6 +121,7 @@ Item {
                 spacing: boardGeometry.sectionSpacing
                 layoutDirection: view.preferences.handOnRight ? Qt.RightToLeft : Qt.LeftToRight
                 HandArea {
+                    drag: cardDrag
                     board: view.board
                     cardWidth: boardGeometry.cardWidth
                     vertical: true
@@ -119,10 +129,12 @@ Item {
                 Column {
                     spacing: 36
                     FoundationArea {
+                        drag: cardDrag
                         board: view.board
                         cardWidth: boardGeometry.cardWidth
                     }
                     Tableau {
+                        drag: cardDrag
                         board: view.board
                         geometry: boardGeometry
                         availableHeight: arrangement.height - boardGeometry.cardHeight - 36 - 46
@@ -155,6 +167,12 @@ Item {
         z: 8500
         visible: view.board.autoCompleting
         acceptedButtons: Qt.AllButtons
+    }
+
+    ActiveDragOverlay {
+        drag: cardDrag
+        anchors.fill: parent
+        z: 10000
     }
 
     WinOverlay {

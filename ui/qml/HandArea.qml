@@ -5,6 +5,7 @@ AreaPanel {
     id: area
 
     required property var board
+    required property var drag
     required property real cardWidth
     property bool vertical: false
 
@@ -19,6 +20,7 @@ AreaPanel {
             model: area.board.hand
             delegate: PlaceSlot {
                 board: area.board
+                drag: area.drag
                 kind: 1
                 width: area.cardWidth
                 height: area.cardWidth / 0.7

@@ -5,6 +5,7 @@ Item {
     id: place
 
     required property var board
+    required property var drag
     // 1 a hand slot, 2 a foundation.
     required property int kind
     required property int index
@@ -19,6 +20,8 @@ Item {
     readonly property string accessibleHint: qsTr("Tap to select, double tap to play an unambiguous move, or drag")
 
     objectName: kind === 1 ? (hasCard ? "hand-" + index : "hand-empty-" + index) : "foundation-" + index
+    Component.onCompleted: drag.registerTarget(kind, index, place)
+
     Accessible.role: Accessible.Button
     Accessible.name: kind === 1 ? (hasCard ? name : qsTr("Empty hand slot %1").arg(index + 1))
                                 : qsTr("Foundation %1").arg(index + 1)
@@ -35,6 +38,8 @@ Item {
         id: card
         anchors.fill: parent
         visible: place.hasCard
+        // A hand card that is being dragged leaves its slot looking empty.
+        opacity: place.kind === 1 && place.drag.sourceKind === 1 && place.drag.sourceIndex === place.index ? 0 : 1
         face: place.face
         name: place.name
         isSelected: place.isSelected
@@ -57,18 +62,20 @@ Item {
         border.color: "#6ec6ff"
         Accessible.ignored: true
     }
-    MouseArea {
+    CardGestureArea {
         anchors.fill: parent
-        acceptedButtons: Qt.LeftButton | Qt.RightButton
-        onClicked: mouse => {
-            if (mouse.button === Qt.RightButton) {
-                if (!place.hasCard) return;
-                menu.active = true;
-                menu.item.popup();
-                return;
-            }
+        drag: place.drag
+        sourceKind: place.kind
+        sourceIndex: place.index
+        movable: place.hasCard
+        onTapped: {
             if (place.kind === 1) place.board.tapHand(place.index);
             else place.board.tapFoundation(place.index);
+        }
+        onMenuRequested: {
+            if (!place.hasCard) return;
+            menu.active = true;
+            menu.item.popup();
         }
     }
     // Made on first use, as in the columns.

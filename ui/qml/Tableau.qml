@@ -5,6 +5,7 @@ Row {
     id: tableau
 
     required property var board
+    required property var drag
     required property var geometry
     required property real availableHeight
 
@@ -15,6 +16,7 @@ Row {
         TableauColumn {
             required property int index
             board: tableau.board
+            drag: tableau.drag
             geometry: tableau.geometry
             columnIndex: index
             cardWidth: tableau.geometry.cardWidth

@@ -6,6 +6,7 @@ Item {
     id: column
 
     required property var board
+    required property var drag
     required property var geometry
     required property int columnIndex
     required property real cardWidth
@@ -16,12 +17,49 @@ Item {
     readonly property real cardHeight: cardWidth / 0.7
     readonly property real offset: geometry.columnOffset(count, cardWidth, availableHeight)
     readonly property bool isTarget: board.columnTargets[columnIndex] === true
+    // Cards from here down are in the drag overlay; -1 while none of this column's are.
+    readonly property int draggedStart: drag.sourceKind === 0 && drag.sourceIndex === columnIndex
+                                        ? drag.sourceCardIndex : -1
     readonly property int selectedStart: board.selectionKind === 0 && board.selectionIndex === columnIndex
                                          ? board.selectionCardIndex : -1
 
     width: cardWidth
     height: Math.max(availableHeight, cardHeight + offset * Math.max(count - 1, 0))
     objectName: "column-" + columnIndex
+
+    Component.onCompleted: drag.registerTarget(0, columnIndex, column)
+
+    // The blocked card's shake: five eased steps, not restarted while it plays.
+    property int blockedCardIndex: -1
+    property real blockedCardOffset: 0
+    property var nudgeSteps: []
+    property int nudgeStep: -1
+
+    function nudge(cardIndex) {
+        if (nudgeStep >= 0) return;
+        blockedCardIndex = cardIndex;
+        nudgeSteps = geometry.blockedNudgeSteps(cardWidth);
+        playNudgeStep(0);
+    }
+    function playNudgeStep(step) {
+        if (step >= nudgeSteps.length) {
+            nudgeStep = -1;
+            blockedCardIndex = -1;
+            blockedCardOffset = 0;
+            return;
+        }
+        nudgeStep = step;
+        nudgeAnimation.to = nudgeSteps[step].offset;
+        nudgeAnimation.duration = nudgeSteps[step].seconds * 1000;
+        nudgeAnimation.start();
+    }
+    NumberAnimation {
+        id: nudgeAnimation
+        target: column
+        property: "blockedCardOffset"
+        easing.type: Easing.InOutQuad
+        onFinished: column.playNudgeStep(column.nudgeStep + 1)
+    }
 
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Column %1, %2 cards").arg(columnIndex + 1).arg(count)
@@ -53,7 +91,10 @@ Item {
                 : qsTr("This card is blocked")
 
             objectName: "tableau-" + column.columnIndex + "-" + index
+            x: index === column.blockedCardIndex ? column.blockedCardOffset : 0
             y: index * column.offset
+            // Hidden, not removed: the card's own gesture must keep the pointer while it drags.
+            opacity: column.draggedStart >= 0 && index >= column.draggedStart ? 0 : 1
             width: column.cardWidth
             height: column.cardHeight
             z: index
@@ -64,19 +105,22 @@ Item {
             Accessible.description: accessibleHint
 
             // Only the visible strip answers; the last card answers with all of it.
-            MouseArea {
+            CardGestureArea {
                 width: parent.width
                 height: cardView.isLast ? parent.height : column.offset
-                acceptedButtons: Qt.LeftButton | Qt.RightButton
-                onClicked: mouse => {
-                    if (mouse.button === Qt.RightButton) {
-                        if (!cardView.movable) return;
-                        menu.active = true;
-                        menu.item.cardIndex = cardView.index;
-                        menu.item.popup();
-                    } else {
-                        column.board.tapTableauCard(column.columnIndex, cardView.index);
-                    }
+                drag: column.drag
+                sourceKind: 0
+                sourceIndex: column.columnIndex
+                sourceCardIndex: cardView.index
+                movable: cardView.movable
+                cardWidth: column.cardWidth
+                onTapped: column.board.tapTableauCard(column.columnIndex, cardView.index)
+                onBlockedDragStarted: column.nudge(cardView.index)
+                onMenuRequested: {
+                    if (!cardView.movable) return;
+                    menu.active = true;
+                    menu.item.cardIndex = cardView.index;
+                    menu.item.popup();
                 }
             }
         }

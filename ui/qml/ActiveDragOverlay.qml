@@ -1,0 +1,65 @@
+import QtQuick
+
+// The dragged cards under the pointer, fanned 18 points apart, with their shadow. Only this
+// follows the pointer; the board under it stays as it is.
+Item {
+    id: overlay
+
+    required property var drag
+
+    readonly property real cardWidth: drag.cardWidth
+    readonly property real cardHeight: cardWidth / 0.7
+    readonly property point location: drag.dragPosition.location
+
+    enabled: false
+    Accessible.ignored: true
+    visible: opacity > 0 && drag.faces.length > 0
+    // A new drag shows at once; an ended one settles away.
+    states: State {
+        name: "idle"
+        when: !overlay.drag.active
+        PropertyChanges { target: overlay; opacity: 0 }
+    }
+    transitions: Transition {
+        to: "idle"
+        NumberAnimation { property: "opacity"; duration: 120; easing.type: Easing.OutCubic }
+    }
+
+    Item {
+        id: stack
+        x: overlay.location.x - overlay.cardWidth / 2
+        y: overlay.location.y - overlay.cardHeight / 2
+        width: overlay.cardWidth
+        height: overlay.cardHeight + 18 * Math.max(overlay.drag.faces.length - 1, 0)
+
+        // A soft shadow below the stack, as if lifted off the felt.
+        Repeater {
+            model: 4
+            Rectangle {
+                required property int index
+                readonly property real blur: Math.max(16, 0.14 * overlay.cardWidth)
+                readonly property real spread: blur * (index + 1) / 4
+                x: -spread / 2
+                y: Math.max(8, 0.065 * overlay.cardWidth) - spread / 2
+                width: stack.width + spread
+                height: stack.height + spread
+                radius: 0.12 * overlay.cardWidth + spread / 2
+                color: Qt.rgba(0, 0, 0, 0.52 / 4)
+            }
+        }
+
+        Repeater {
+            model: overlay.drag.faces
+            CardView {
+                required property int index
+                required property string modelData
+                y: index * 18
+                width: overlay.cardWidth
+                height: overlay.cardHeight
+                face: modelData
+                compact: true
+                Accessible.ignored: true
+            }
+        }
+    }
+}
