@@ -1,42 +1,52 @@
 #include "solver/position_table.hpp"
 
 #include <bit>
+#include <new>
 
 namespace zelvaine::solver {
 namespace {
 
 constexpr std::uint64_t zeroStandIn = 0x9E3779B97F4A7C15ull;
 
+// Linear probing stays short up to three quarters full.
+std::size_t slotsFor(std::size_t capacity) { return std::bit_ceil(std::max<std::size_t>(16, capacity / 3 * 4 + 4)); }
+
 } // namespace
 
-PositionTable::PositionTable(std::size_t expectedPositions)
-    : slots_(std::bit_ceil(expectedPositions * 2 < 16 ? std::size_t{16} : expectedPositions * 2), 0)
+PositionTable::PositionTable(std::size_t capacity)
 {
+    const std::size_t slots = slotsFor(capacity);
+    // calloc rather than a value-initialised array: large blocks arrive as zero pages that are
+    // only backed by memory once written.
+    slots_.reset(static_cast<std::uint64_t*>(std::calloc(slots, sizeof(std::uint64_t))));
+    if (!slots_) throw std::bad_alloc();
+    mask_ = slots - 1;
+    capacity_ = slots / 4 * 3;
 }
 
-bool PositionTable::insert(std::uint64_t key)
+std::size_t PositionTable::bytesFor(std::size_t capacity) { return slotsFor(capacity) * sizeof(std::uint64_t); }
+
+PositionTable::Insert PositionTable::insert(std::uint64_t key)
 {
     if (key == 0) key = zeroStandIn;
-    if ((size_ + 1) * 2 > slots_.size()) grow();
-    const std::size_t mask = slots_.size() - 1;
     // The key is already well mixed, so its low bits are a fair slot number.
-    for (std::size_t i = key & mask;; i = (i + 1) & mask) {
-        if (slots_[i] == key) return false;
+    for (std::size_t i = key & mask_;; i = (i + 1) & mask_) {
+        if (slots_[i] == key) return Insert::present;
         if (slots_[i] == 0) {
+            if (size_ >= capacity_) return Insert::full;
             slots_[i] = key;
             ++size_;
-            return true;
+            return Insert::added;
         }
     }
 }
 
-void PositionTable::grow()
+bool PositionTable::contains(std::uint64_t key) const
 {
-    std::vector<std::uint64_t> old(slots_.size() * 2, 0);
-    old.swap(slots_);
-    size_ = 0;
-    for (const std::uint64_t key : old) {
-        if (key != 0) insert(key);
+    if (key == 0) key = zeroStandIn;
+    for (std::size_t i = key & mask_;; i = (i + 1) & mask_) {
+        if (slots_[i] == key) return true;
+        if (slots_[i] == 0) return false;
     }
 }
 

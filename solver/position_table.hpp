@@ -1,26 +1,37 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <cstdlib>
+#include <memory>
 
 namespace zelvaine::solver {
 
-// The positions already seen, as 64-bit keys in one open-addressing array. Eight bytes a
-// position and no per-entry allocation keep millions of positions within a few tens of MB.
+// The positions already seen, as 64-bit keys in one open-addressing array of fixed size. Eight
+// bytes a slot and no per-entry allocation keep millions of positions within a few tens of MB.
+// The array never grows: a rehash of millions of keys would hold up a cancel, and two copies
+// during the move would break the memory budget.
 class PositionTable {
 public:
-    explicit PositionTable(std::size_t expectedPositions = 1024);
+    // Room for `capacity` keys. The array comes zeroed from the system, so pages the search
+    // never touches cost nothing.
+    explicit PositionTable(std::size_t capacity);
 
-    // True when `key` was not there before.
-    bool insert(std::uint64_t key);
+    enum class Insert : std::uint8_t { added, present, full };
+    Insert insert(std::uint64_t key);
+    bool contains(std::uint64_t key) const;
     std::size_t size() const { return size_; }
-    std::size_t bytes() const { return slots_.size() * sizeof(std::uint64_t); }
+    std::size_t capacity() const { return capacity_; }
+
+    // The slots a table of `capacity` keys allocates, in bytes.
+    static std::size_t bytesFor(std::size_t capacity);
 
 private:
-    void grow();
-
-    // Key 0 marks an empty slot; a real key of 0 is stored as a fixed stand-in.
-    std::vector<std::uint64_t> slots_;
+    struct Free {
+        void operator()(std::uint64_t* slots) const { std::free(slots); }
+    };
+    std::unique_ptr<std::uint64_t[], Free> slots_;
+    std::size_t mask_ = 0;
+    std::size_t capacity_ = 0;
     std::size_t size_ = 0;
 };
 

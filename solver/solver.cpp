@@ -1,7 +1,7 @@
 #include "solver/solver.hpp"
 
-#include "solver/position_table.hpp"
-#include "solver/solver_position.hpp"
+#include "solver/best_first.hpp"
+#include "solver/exhaustive_search.hpp"
 
 #include <algorithm>
 #include <cstdint>
@@ -29,93 +29,29 @@ std::optional<std::string> unsolvableReason(const GameState& state)
 
 namespace {
 
-// Each line costs this much per move, so that among equally promising positions the one reached
-// sooner is taken first; it keeps the lines short and the search from wandering.
-constexpr int costPerMove = 4;
-
-struct Node {
-    std::uint32_t parent;
-    std::uint32_t depth;
-    Step step;
-};
-
-struct Candidate {
-    int score;
-    std::uint32_t node;
-    bool operator<(const Candidate& other) const { return score < other.score; }
-};
+std::vector<SolverMove> movesOf(const std::vector<Step>& line)
+{
+    std::vector<SolverMove> moves;
+    moves.reserve(line.size());
+    for (const Step& step : line) moves.push_back({step.source(), step.destination()});
+    return moves;
+}
 
 } // namespace
 
-// Best-first: always expand the most promising position seen so far. A position is kept as the
-// move that reached it from its parent and rebuilt by replaying from the start, so it costs a
-// few bytes rather than a copy of the board. Every position reached is expanded unless the
-// budget or the depth limit ends the search first, which makes an empty queue a proof.
 SolveResult solve(const GameState& state, const SolverOptions& options, std::stop_token stop)
 {
-    auto start = SolverPosition::from(state);
+    const auto start = SolverPosition::from(state);
     if (!start) return {};
-    SolverPosition& position = *start;
-    // Positions are numbered with 32 bits; memory runs out long before that matters.
-    const std::uint64_t budget = std::min<std::uint64_t>(options.positionBudget, UINT32_MAX);
+    SearchLimits limits{options.positionBudget / 2, options.memoryBudget, options.maxDepth};
+    const SearchOutcome quick = bestFirst(*start, MoveSet::withoutReturns, limits, stop);
+    if (quick.won) return {Verdict::winnable, movesOf(quick.line), quick.positions};
 
-    // Small at first: most positions near the end of a game need only a few thousand entries.
-    PositionTable seen(std::min<std::uint64_t>(budget, 1u << 14));
-    seen.insert(position.key());
-    std::uint64_t positions = 1;
-    if (position.isWon()) return {Verdict::winnable, {}, positions};
-
-    // Reserved up front for ordinary budgets, so that growing never holds two copies; pages that
-    // are never touched cost nothing.
-    const auto reserved = static_cast<std::size_t>(std::min<std::uint64_t>(budget, 1u << 21)) + 1;
-    std::vector<Node> nodes;
-    nodes.reserve(reserved);
-    nodes.push_back({0, 0, {}});
-    std::vector<Candidate> queueStorage;
-    queueStorage.reserve(reserved);
-    std::priority_queue<Candidate> queue(std::less<Candidate>{}, std::move(queueStorage));
-    queue.push({0, 0});
-    std::vector<Step> path;
-    std::vector<Step> moves;
-    bool complete = true;
-    auto pathTo = [&](std::uint32_t node) {
-        path.clear();
-        for (; node != 0; node = nodes[node].parent) path.push_back(nodes[node].step);
-        std::ranges::reverse(path);
-    };
-
-    while (!queue.empty()) {
-        if (stop.stop_requested()) return {Verdict::unknown, {}, positions};
-        const std::uint32_t current = queue.top().node;
-        queue.pop();
-        pathTo(current);
-        for (const Step& step : path) position.apply(step);
-        position.generateMoves(moves);
-        for (const Step& step : moves) {
-            position.apply(step);
-            if (seen.insert(position.key())) {
-                ++positions;
-                const std::uint32_t depth = nodes[current].depth + 1;
-                nodes.push_back({current, depth, step});
-                const auto node = static_cast<std::uint32_t>(nodes.size() - 1);
-                if (position.isWon()) {
-                    pathTo(node);
-                    SolveResult result{Verdict::winnable, {}, positions};
-                    for (const Step& move : path) result.moves.push_back({move.source(), move.destination()});
-                    return result;
-                }
-                if (positions >= budget) return {Verdict::unknown, {}, positions};
-                if (depth < options.maxDepth) {
-                    queue.push({position.evaluate() - costPerMove * static_cast<int>(depth), node});
-                } else {
-                    complete = false; // seen, but its successors will never be looked at
-                }
-            }
-            position.undo(step);
-        }
-        for (auto step = path.rbegin(); step != path.rend(); ++step) position.undo(*step);
-    }
-    return {complete ? Verdict::unwinnable : Verdict::unknown, {}, positions};
+    limits.positions = options.positionBudget - quick.positions;
+    const SearchOutcome full = depthFirst(*start, limits, stop);
+    const std::uint64_t positions = quick.positions + full.positions;
+    if (full.won) return {Verdict::winnable, movesOf(full.line), positions};
+    return {full.exhausted ? Verdict::unwinnable : Verdict::unknown, {}, positions};
 }
 
 } // namespace zelvaine::solver

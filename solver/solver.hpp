@@ -24,13 +24,20 @@ struct SolverMove {
 
 struct SolverOptions {
     // Distinct positions the search may enter before it gives up with "unknown". Counting
-    // positions rather than time makes every answer repeat on any machine; it also bounds the
-    // memory, about 50 bytes a position.
+    // positions rather than time makes every answer repeat on any machine.
     std::uint64_t positionBudget = 1'000'000;
+    // Bytes the search's own tables may take; a search that would need more gives "unknown",
+    // also the same on every machine. The default keeps the default budget well inside it.
+    std::size_t memoryBudget = std::size_t{64} << 20;
     // Longest line the search follows. A position cut off here makes the search incomplete, so
     // it can then no longer answer "unwinnable".
     std::size_t maxDepth = 4000;
 };
+
+// Settings for a verdict on nearly every deal, at the cost of up to about a minute and a few
+// hundred MB on a hard one.
+inline constexpr SolverOptions exactOptions{
+    .positionBudget = 60'000'000, .memoryBudget = std::size_t{1536} << 20, .maxDepth = 20000};
 
 struct SolveResult {
     Verdict verdict = Verdict::unknown;
@@ -43,8 +50,11 @@ struct SolveResult {
 // The reason the solver cannot read `state` (see SolverPosition::from), or none.
 std::optional<std::string> unsolvableReason(const GameState& state);
 
-// Best-first search over every legal move, with positions that differ only by symmetries of the
-// rules counted once. Stopping through `stop` gives "unknown" at the next position examined.
+// First a best-first search without moves back from the foundations, with half the budget: it
+// finds most wins quickly and with short lines. Then, unless it won, a depth-first search over
+// every legal move with what is left, which is complete: when it runs out of positions without
+// a cut, the deal cannot be won. Positions that differ only by symmetries of the rules count
+// once. Stopping through `stop` gives "unknown" at the next position examined.
 // Positions are remembered by 64-bit keys only; two positions sharing a key would make one of
 // them look seen, a chance near n²/2^65 for n positions (below one in a million at 10^6).
 SolveResult solve(const GameState& state, const SolverOptions& options = {}, std::stop_token stop = {});

@@ -162,7 +162,43 @@ enum Priority : int {
 
 } // namespace
 
-void SolverPosition::generateMoves(std::vector<Step>& out) const
+int SolverPosition::lowerFoundationOfSuit(int suit) const
+{
+    int highest[2] = {0, 0};
+    int found = 0;
+    for (std::size_t f = 0; f < foundationCount; ++f) {
+        if (height_[f] > 0 && suit_[f] == suit && found < 2) highest[found++] = height_[f];
+    }
+    return found < 2 ? 0 : std::min(highest[0], highest[1]);
+}
+
+// Sending card c (suit s, rank r) home loses no win, and lengthens no shortest win, when both
+// foundations of s and of each suit of the other colour are at r - 1 or higher, and both of the
+// other suit of c's colour at r - 2 or higher. By induction on r:
+// - Only a card of rank r - 1 and the other colour can ever lie on c; all four are home. A
+//   shortest win never takes a card of such a set (the other colour up to r - 1, s up to r - 1,
+//   the other suit of c's colour up to r - 2) off a foundation: the first one taken off would
+//   itself meet this rule at its lower rank, so putting it straight back would be a shorter win.
+// - So in a shortest win from the position with c out, nothing is ever put on c. Replay it with
+//   c home instead: a string that ends with c moves without it; c moved alone to a column or the
+//   hand is taken from the foundation to the same place (its top, since nothing of s below c's
+//   rank leaves), after which the two lines meet; c sent home is skipped. When the win puts c's
+//   twin on the foundation c took, the other foundation of s is then at r - 1 and takes it.
+// The replay is never longer, so applying such moves whenever they exist keeps a complete search
+// complete (induct on the length of the shortest win, then on the cards left out).
+bool safeHome(CardCode code, const std::array<int, 4>& lowestPair)
+{
+    const int rank = rankOf(code);
+    const int suit = suitOf(code);
+    for (int other = 0; other < 4; ++other) {
+        const bool sameColour = isRedCode(cardCode(static_cast<Suit>(other), Rank::ace)) == isRedCode(code);
+        const int needed = !sameColour || other == suit ? rank - 1 : rank - 2;
+        if (lowestPair[static_cast<std::size_t>(other)] < needed) return false;
+    }
+    return true;
+}
+
+void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
 {
     using Place = Step::Place;
     out.clear();
@@ -212,17 +248,18 @@ void SolverPosition::generateMoves(std::vector<Step>& out) const
         }
     };
 
-    // An ace that can go home goes home, alone. That never costs a win: nothing can be placed on
-    // an ace in a column, the place it leaves is only more room (a string that ended with it still
-    // moves without it), and every ace still out keeps an empty foundation of its own.
+    // A card that is safe to send home goes home, alone (see safeHome for why that loses no win).
+    std::array<int, 4> lowestPair{};
+    for (int suit = 0; suit < 4; ++suit) lowestPair[static_cast<std::size_t>(suit)] = lowerFoundationOfSuit(suit);
+    auto safe = [&](CardCode code) { return safeHome(code, lowestPair) && foundationFor(code) >= 0; };
     for (std::size_t s = 0; s < handSlotCount; ++s) {
-        if (hand_[s] != noCard && rankOf(hand_[s]) == 1 && foundationFor(hand_[s]) >= 0) {
+        if (hand_[s] != noCard && safe(hand_[s])) {
             add(Place::hand, s, 0, Place::foundation, foundationFor(hand_[s]), toFoundation);
             return;
         }
     }
     for (std::size_t c = 0; c < tableauColumnCount; ++c) {
-        if (!columns_[c].empty() && rankOf(columns_[c].back()) == 1 && foundationFor(columns_[c].back()) >= 0) {
+        if (!columns_[c].empty() && safe(columns_[c].back())) {
             add(Place::tableau, c, columns_[c].size() - 1, Place::foundation, foundationFor(columns_[c].back()),
                 toFoundation);
             return;
@@ -273,7 +310,7 @@ void SolverPosition::generateMoves(std::vector<Step>& out) const
     }
 
     for (std::size_t f = 0; f < foundationCount; ++f) {
-        if (height_[f] == 0) continue;
+        if (height_[f] == 0 || set == MoveSet::withoutReturns) continue;
         bool twin = false;
         for (std::size_t g = 0; g < f; ++g) twin = twin || (height_[g] == height_[f] && suit_[g] == suit_[f]);
         if (twin) continue;
@@ -289,36 +326,46 @@ void SolverPosition::generateMoves(std::vector<Step>& out) const
 
 int SolverPosition::evaluate() const
 {
-    // The ranks each suit's foundations wait for; an empty foundation waits for any ace.
-    std::array<std::array<bool, 14>, 4> needed{};
+    // A lower bound of sorts: every card out needs a move home, and every run lying on a card
+    // of lower rank needs at least one move away first. Free places are what makes moves possible.
+    constexpr int perCardOut = 10;
+    constexpr int perBlockingRun = 6;
+    constexpr int perEmptyColumn = 8;
+    constexpr int perFreeSlot = 3;
+    int out = 0;
+    int blockers = 0;
     int score = 0;
-    for (std::size_t f = 0; f < foundationCount; ++f) {
-        score += 20 * height_[f];
-        if (height_[f] == 0) {
-            for (auto& suit : needed) suit[1] = true;
-        } else if (height_[f] < 13) {
-            needed[suit_[f]][height_[f] + 1] = true;
-        }
-    }
-    for (const CardCode code : hand_) score += code == noCard ? 4 : 0;
     for (const auto& column : columns_) {
         if (column.empty()) {
-            score += 8;
+            score += perEmptyColumn;
             continue;
         }
+        int lowest = 14;
+        bool previousBlocks = false;
         for (std::size_t p = 0; p < column.size(); ++p) {
-            if (p > 0 && !buildsDown(column[p], column[p - 1])) score -= 2;
-            if (needed[suitOf(column[p])][rankOf(column[p])]) score -= 2 * static_cast<int>(column.size() - 1 - p);
+            const int rank = rankOf(column[p]);
+            const bool blocks = rank > lowest;
+            if (blocks && !(previousBlocks && buildsDown(column[p], column[p - 1]))) ++blockers;
+            previousBlocks = blocks;
+            lowest = std::min(lowest, rank);
+        }
+        out += static_cast<int>(column.size());
+    }
+    for (const CardCode code : hand_) {
+        if (code == noCard) {
+            score += perFreeSlot;
+        } else {
+            ++out;
         }
     }
-    return score;
+    return score - perCardOut * out - perBlockingRun * blockers;
 }
 
 void SolverPosition::apply(const Step& step)
 {
     using Place = Step::Place;
     // A column string is moved card by card through a small buffer so both hashes follow.
-    std::array<CardCode, cardCount> moving{};
+    std::array<CardCode, cardCount> moving;
     std::size_t count = 0;
     switch (step.from) {
     case Place::tableau: {
@@ -354,7 +401,7 @@ void SolverPosition::apply(const Step& step)
 void SolverPosition::undo(const Step& step)
 {
     using Place = Step::Place;
-    std::array<CardCode, cardCount> moving{};
+    std::array<CardCode, cardCount> moving;
     const std::size_t count = step.count;
     switch (step.to) {
     case Place::tableau:

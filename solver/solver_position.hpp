@@ -44,6 +44,14 @@ struct Step {
     MoveDestination destination() const;
 };
 
+// Whether sending `code` home can never cost a win, given for each suit the height of the lower
+// of its two foundations (0 while either is unstarted). The proof is beside the definition.
+bool safeHome(CardCode code, const std::array<int, 4>& lowestPair);
+
+// Every legal move, or all but the moves back from the foundations: a cheap search finds most
+// wins without them, and a complete one needs them.
+enum class MoveSet : std::uint8_t { all, withoutReturns };
+
 // A position the search can change in place and undo. It keeps the real column, slot and
 // foundation indices, so the moves it produces replay on the real position; only its key
 // forgets what the rules cannot see.
@@ -60,9 +68,9 @@ public:
     bool isWon() const;
 
     // Every move the rules allow that leads to a different position, minus moves that only
-    // lead to a symmetric twin of another listed move, roughly best first. When an ace can go
-    // home, that move alone: it is never wrong.
-    void generateMoves(std::vector<Step>& out) const;
+    // lead to a symmetric twin of another listed move, roughly best first. When a card is safe
+    // to send home (safeHome), that move alone.
+    void generateMoves(std::vector<Step>& out, MoveSet set = MoveSet::all) const;
 
     // A rough measure of progress: cards home, free places, and how deep the cards the
     // foundations need next are buried.
@@ -74,6 +82,7 @@ public:
     const std::array<std::vector<CardCode>, tableauColumnCount>& columns() const { return columns_; }
 
 private:
+    int lowerFoundationOfSuit(int suit) const;
     void push(std::size_t column, CardCode code);
     CardCode pop(std::size_t column);
     void setFoundation(std::size_t index, int height, int suit);

@@ -1,0 +1,98 @@
+#include "solver/exhaustive_search.hpp"
+
+#include "solver/position_table.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace zelvaine::solver {
+namespace {
+
+// The untried moves of one position of the current line, as a range of the shared move list.
+struct Frame {
+    std::uint32_t begin;
+    std::uint32_t end;
+    std::uint32_t next;
+};
+
+// Moves a position can have, with room to spare: every column string to every column, every
+// exposed card to the hand and home, every foundation top out.
+constexpr std::size_t movesPerPosition = 128;
+
+} // namespace
+
+SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits, std::stop_token stop)
+{
+    const std::size_t lineBytes = (limits.maxDepth + 1) * (movesPerPosition * sizeof(Step) + sizeof(Frame));
+    SearchOutcome outcome;
+    if (limits.memoryBytes <= lineBytes) return outcome;
+    std::uint64_t budget = limits.positions;
+    while (budget > 0 && PositionTable::bytesFor(budget) > limits.memoryBytes - lineBytes) budget = budget / 4 * 3;
+    if (budget == 0) return outcome;
+
+    SolverPosition position = start;
+    PositionTable seen(budget);
+    seen.insert(position.key());
+    outcome.positions = 1;
+    if (position.isWon()) {
+        outcome.won = outcome.exhausted = true;
+        return outcome;
+    }
+
+    std::vector<Step> steps;
+    std::vector<Frame> frames;
+    std::vector<Step> moves;
+    std::vector<std::pair<int, Step>> ranked;
+    bool cut = false;
+    // Children seen before are skipped before they are evaluated; the rest are ranked best first.
+    auto expand = [&] {
+        position.generateMoves(moves, MoveSet::all);
+        ranked.clear();
+        for (const Step& step : moves) {
+            position.apply(step);
+            if (!seen.contains(position.key())) ranked.push_back({position.evaluate(), step});
+            position.undo(step);
+        }
+        std::ranges::stable_sort(ranked, [](const auto& a, const auto& b) { return a.first > b.first; });
+        const auto begin = static_cast<std::uint32_t>(steps.size());
+        for (const auto& entry : ranked) steps.push_back(entry.second);
+        frames.push_back({begin, static_cast<std::uint32_t>(steps.size()), begin});
+    };
+
+    expand();
+    while (!frames.empty()) {
+        if (stop.stop_requested()) return outcome;
+        Frame& frame = frames.back();
+        if (frame.next == frame.end) {
+            steps.resize(frame.begin);
+            frames.pop_back();
+            if (!frames.empty()) position.undo(steps[frames.back().next - 1]);
+            continue;
+        }
+        const Step step = steps[frame.next++];
+        position.apply(step);
+        const auto inserted = seen.insert(position.key());
+        if (inserted == PositionTable::Insert::full) return outcome;
+        if (inserted == PositionTable::Insert::present) {
+            position.undo(step);
+            continue;
+        }
+        ++outcome.positions;
+        if (position.isWon()) {
+            outcome.won = true;
+            for (const Frame& open : frames) outcome.line.push_back(steps[open.next - 1]);
+            return outcome;
+        }
+        if (outcome.positions >= budget) return outcome;
+        if (frames.size() >= limits.maxDepth) {
+            cut = true; // seen, but its successors will never be looked at
+            position.undo(step);
+            continue;
+        }
+        expand();
+    }
+    outcome.exhausted = !cut;
+    return outcome;
+}
+
+} // namespace zelvaine::solver
