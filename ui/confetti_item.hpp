@@ -1,14 +1,14 @@
 #pragma once
 
-#include <QColor>
-#include <QQuickPaintedItem>
+#include <QQuickItem>
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 namespace zelvaine {
 
-// The win's confetti: 180 pieces falling for thirty seconds, drawn in one pass per frame.
-class ConfettiItem : public QQuickPaintedItem {
+// The falling confetti of a won deal. Each piece is its own small scene-graph node, moved and
+// faded per frame, so a frame costs 180 matrix updates and no painting of the whole window.
+class ConfettiItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     // Milliseconds since the epoch when the celebration began; 0 draws nothing.
@@ -20,10 +20,11 @@ public:
     double startedAt() const { return startedAt_; }
     void setStartedAt(double startedAt);
 
-    void paint(QPainter* painter) override;
-
 signals:
     void startedAtChanged();
+
+protected:
+    QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
     double startedAt_ = 0;

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 
 // One card, face up: the printed face on off-white paper with rounded corners, its outline or
 // selection border, an optional dark band along the top edge and an optional drop shadow.
@@ -51,7 +52,8 @@ Item {
             anchors.fill: parent
             source: card.face ? "qrc:/cards/" + card.face + ".png" : ""
             fillMode: Image.PreserveAspectCrop
-            sourceSize.width: 360
+            // Decoded near the size it is drawn at: scaling a large picture on every frame is slow.
+            sourceSize.width: Math.min(360, Math.ceil(card.faceWidth * Screen.devicePixelRatio / 16) * 16)
             smooth: true
             mipmap: true
             asynchronous: false
