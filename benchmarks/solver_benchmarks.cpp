@@ -2,16 +2,22 @@
 
 #include "solver/solver.hpp"
 #include "solver/solver_position.hpp"
+#include "solver/solver_task.hpp"
 
 #include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <thread>
 
 namespace zelvaine {
 namespace {
 
-GameState seededDeal(std::uint64_t seed)
+GameState seededDeal(std::uint64_t seed, int index = 0)
 {
     SeededRandom random(seed);
-    return dealNewGame(random);
+    GameState state = dealNewGame(random);
+    for (int i = 0; i < index; ++i) state = dealNewGame(random);
+    return state;
 }
 
 // The first eight deals of seed 1 under one budget: some are won quickly, some use the whole
@@ -33,6 +39,23 @@ void BM_SolveSeededDeals(benchmark::State& state)
     state.counters["positions/s"] = benchmark::Counter(static_cast<double>(positions), benchmark::Counter::kIsRate);
 }
 BENCHMARK(BM_SolveSeededDeals)->Arg(20'000)->Arg(200'000)->Unit(benchmark::kMillisecond);
+
+// From cancel() to the result, for a search stopped after the given milliseconds. Deal 17 of seed
+// 1 cannot be won and takes seconds to prove: at 50 ms the quick best-first pass is running, at
+// 1200 ms the complete depth-first search. The target is 10 ms.
+void BM_CancelLatency(benchmark::State& state)
+{
+    const GameState deal = seededDeal(1, 17);
+    for (auto _ : state) {
+        solver::SolverTask task(deal, {.positionBudget = 100'000'000});
+        std::this_thread::sleep_for(std::chrono::milliseconds(state.range(0)));
+        const auto start = std::chrono::steady_clock::now();
+        task.cancel();
+        benchmark::DoNotOptimize(task.result());
+        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+}
+BENCHMARK(BM_CancelLatency)->Arg(50)->Arg(1200)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 
 void BM_GenerateMovesAndEvaluate(benchmark::State& state)
 {

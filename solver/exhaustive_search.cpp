@@ -15,17 +15,15 @@ struct Frame {
     std::uint32_t next;
 };
 
-// Moves a position can have, with room to spare: every column string to every column, every
-// exposed card to the hand and home, every foundation top out.
-constexpr std::size_t movesPerPosition = 128;
+// The share of the memory budget kept for the current line; the table gets the rest.
+constexpr std::size_t lineShare = 16;
 
 } // namespace
 
 SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits, std::stop_token stop)
 {
-    const std::size_t lineBytes = (limits.maxDepth + 1) * (movesPerPosition * sizeof(Step) + sizeof(Frame));
+    const std::size_t lineBytes = limits.memoryBytes / lineShare;
     SearchOutcome outcome;
-    if (limits.memoryBytes <= lineBytes) return outcome;
     std::uint64_t budget = limits.positions;
     while (budget > 0 && PositionTable::bytesFor(budget) > limits.memoryBytes - lineBytes) budget = budget / 4 * 3;
     if (budget == 0) return outcome;
@@ -84,6 +82,7 @@ SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits
             return outcome;
         }
         if (outcome.positions >= budget) return outcome;
+        if (steps.capacity() * sizeof(Step) + frames.capacity() * sizeof(Frame) > lineBytes) return outcome;
         if (frames.size() >= limits.maxDepth) {
             cut = true; // seen, but its successors will never be looked at
             position.undo(step);

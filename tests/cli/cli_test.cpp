@@ -221,6 +221,10 @@ TEST_F(Cli, SurveyRepeatsForTheSameSeed)
     EXPECT_NE(first.out.find(R"("solutionLength":{"median":)"), std::string::npos);
     EXPECT_EQ(withoutTimes(run("survey --deals 3 --seed 9 --budget 2000").out), withoutTimes(first.out));
     EXPECT_EQ(run("survey --deals 3").status, 2);
+
+    const CliRun exact = run("survey --deals 1 --seed 9 --exact --budget 2000");
+    ASSERT_EQ(exact.status, 0) << exact.err;
+    EXPECT_NE(exact.out.find(R"("memoryBudgetMB":512})"), std::string::npos) << exact.out;
 }
 
 TEST_F(Cli, ExportThenOpenGivesTheSameGameWithNewIds)

@@ -256,6 +256,36 @@ TEST(SolverBudget, DepthCutOffNeverClaimsUnwinnable)
     EXPECT_EQ(solver::solve(state, {.positionBudget = 1'000'000, .maxDepth = 1}).verdict, Verdict::unknown);
 }
 
+TEST(SolverBudget, MemoryBudgetEndsTheSearchLikeThePositionBudget)
+{
+    // The seventeenth deal of seed 1 cannot be won, but only a search of some 300,000 positions
+    // shows it: 2 MB holds far fewer, 64 MB enough.
+    SeededRandom random(1);
+    GameState state;
+    for (int deal = 0; deal <= 17; ++deal) state = dealNewGame(random);
+    const solver::SolverOptions small{.positionBudget = 10'000'000, .memoryBudget = 2u << 20, .maxDepth = 4000};
+    const SolveResult cramped = solver::solve(state, small);
+    EXPECT_EQ(cramped.verdict, Verdict::unknown);
+    EXPECT_LT(cramped.positions, (2u << 20) / 8);
+    EXPECT_EQ(solver::solve(state, small).positions, cramped.positions) << "the same budget, the same search";
+
+    const SolveResult roomy = solver::solve(state, {.positionBudget = 10'000'000, .maxDepth = 4000});
+    EXPECT_EQ(roomy.verdict, Verdict::unwinnable);
+
+    EXPECT_EQ(solver::solve(state, {.positionBudget = 1'000, .memoryBudget = 0, .maxDepth = 4000}).verdict,
+              Verdict::unknown);
+}
+
+TEST(SolverTask, StopRequestedBeforeTheStartExaminesNothingMore)
+{
+    std::stop_source stop;
+    stop.request_stop();
+    SeededRandom random(1);
+    const SolveResult result = solver::solve(dealNewGame(random), {}, stop.get_token());
+    EXPECT_EQ(result.verdict, Verdict::unknown);
+    EXPECT_LE(result.positions, 2u) << "only the starting position of each search";
+}
+
 TEST(SolverTask, CancelFromAnotherThreadGivesUnknown)
 {
     // The second deal of seed 1 stays undecided for far more positions than any machine would

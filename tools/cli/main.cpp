@@ -26,6 +26,8 @@
 #include <string>
 #include <string_view>
 
+#include <sys/resource.h>
+
 namespace zelvaine::cli {
 namespace {
 
@@ -39,13 +41,14 @@ constexpr std::string_view usage =
     "       zelvaine-cli open FILE\n"
     "       zelvaine-cli export CURRENT INITIAL\n"
     "       zelvaine-cli restore BLOBFILE\n"
-    "       zelvaine-cli solve STATE [--budget N]\n"
-    "       zelvaine-cli survey --deals N --seed S [--budget N]\n"
+    "       zelvaine-cli solve STATE [--budget N] [--exact]\n"
+    "       zelvaine-cli survey --deals N --seed S [--budget N] [--exact]\n"
     "STATE is a position file, or - for standard input.\n"
     "SOURCE: tableau:C:I, hand:I or foundation:I; DESTINATION: tableau:C, foundation:F, hand or hand:S.\n"
     "solve prints the verdict (winnable, unwinnable or unknown when the budget of N positions runs\n"
-    "out, 1000000 by default) and, when winnable, the moves as \"SOURCE>DESTINATION\" texts that\n"
-    "replay through move from STATE, for example \"tableau:3:9>foundation:0\".\n"
+    "out, 1000000 by default, within 64 MB) and, when winnable, the moves as \"SOURCE>DESTINATION\"\n"
+    "texts that replay through move from STATE, for example \"tableau:3:9>foundation:0\".\n"
+    "--exact searches up to 18000000 positions within 512 MB, for a verdict on nearly every deal.\n"
     "survey solves N deals shuffled from seed S; its win rate and 95% Wilson interval count only\n"
     "the deals with a verdict, times are in milliseconds.\n";
 
@@ -249,33 +252,40 @@ std::uint64_t numberArgument(std::string_view name, std::string_view text)
     return value;
 }
 
-// "--name value" options after the positional arguments.
+// "--name value" options and "--exact" after the positional arguments.
 struct Options {
     std::optional<std::uint64_t> budget;
     std::optional<std::uint64_t> deals;
     std::optional<std::uint64_t> seed;
+    bool exact = false;
 };
 
 Options parseOptions(std::span<const std::string_view> args, std::span<const std::string_view> allowed)
 {
     Options options;
-    for (std::size_t i = 0; i < args.size(); i += 2) {
+    for (std::size_t i = 0; i < args.size();) {
         const std::string_view name = args[i];
         if (std::ranges::find(allowed, name) == allowed.end()) {
             throw UsageError{"unknown option \"" + std::string(name) + "\""};
+        }
+        if (name == "--exact") {
+            options.exact = true;
+            i += 1;
+            continue;
         }
         if (i + 1 >= args.size()) throw UsageError{std::string(name) + " needs a value"};
         const std::uint64_t value = numberArgument(name, args[i + 1]);
         if (name == "--budget") options.budget = value;
         if (name == "--deals") options.deals = value;
         if (name == "--seed") options.seed = value;
+        i += 2;
     }
     return options;
 }
 
 solver::SolverOptions solverOptions(const Options& options)
 {
-    solver::SolverOptions settings;
+    solver::SolverOptions settings = options.exact ? solver::exactOptions : solver::SolverOptions{};
     if (options.budget) {
         if (*options.budget == 0) throw UsageError{"--budget must be at least 1"};
         settings.positionBudget = *options.budget;
@@ -298,7 +308,7 @@ std::string number(double value)
 std::string solveCommand(std::span<const std::string_view> args)
 {
     if (args.size() < 2) throw UsageError{"'solve' takes a position file"};
-    static constexpr std::string_view allowed[] = {"--budget"};
+    static constexpr std::string_view allowed[] = {"--budget", "--exact"};
     const auto options = solverOptions(parseOptions(args.subspan(2), allowed));
     const GameState state = loadState(args[1]);
     if (auto reason = solver::unsolvableReason(state)) throw UsageError{"cannot solve this position: " + *reason};
@@ -329,9 +339,24 @@ std::string distribution(const std::vector<double>& values)
     return out;
 }
 
+// The share of all `deals` that got a verdict within `limit` milliseconds.
+double shareOf(const std::vector<double>& decidedMilliseconds, double limit, std::uint64_t deals)
+{
+    const auto within = std::ranges::count_if(decidedMilliseconds, [&](double ms) { return ms <= limit; });
+    return deals == 0 ? 0.0 : static_cast<double>(within) / static_cast<double>(deals);
+}
+
+// The most memory this process has held, as the system counts it.
+double peakMemoryMegabytes()
+{
+    rusage resources{};
+    getrusage(RUSAGE_SELF, &resources);
+    return static_cast<double>(resources.ru_maxrss) / 1024.0; // kilobytes on Linux
+}
+
 std::string surveyCommand(std::span<const std::string_view> args)
 {
-    static constexpr std::string_view allowed[] = {"--deals", "--seed", "--budget"};
+    static constexpr std::string_view allowed[] = {"--deals", "--seed", "--budget", "--exact"};
     const Options options = parseOptions(args.subspan(1), allowed);
     if (!options.deals || !options.seed) throw UsageError{"'survey' needs --deals N and --seed S"};
     const auto solverSettings = solverOptions(options);
@@ -340,12 +365,14 @@ std::string surveyCommand(std::span<const std::string_view> args)
     std::uint64_t won = 0;
     std::uint64_t lost = 0;
     std::vector<double> milliseconds;
+    std::vector<double> decidedMilliseconds;
     std::vector<double> lengths;
     for (std::uint64_t deal = 0; deal < *options.deals; ++deal) {
         const GameState state = dealNewGame(random);
         const auto start = std::chrono::steady_clock::now();
         const solver::SolveResult result = solver::solve(state, solverSettings);
         milliseconds.push_back(millisecondsSince(start));
+        if (result.verdict != solver::Verdict::unknown) decidedMilliseconds.push_back(milliseconds.back());
         if (result.verdict == solver::Verdict::winnable) {
             ++won;
             lengths.push_back(static_cast<double>(result.moves.size()));
@@ -363,8 +390,15 @@ std::string surveyCommand(std::span<const std::string_view> args)
     out += ",\"unknown\":" + std::to_string(*options.deals - decided);
     out += ",\"winRate\":" + number(decided == 0 ? 0.0 : static_cast<double>(won) / static_cast<double>(decided));
     out += ",\"wilson95\":[" + number(low) + "," + number(high) + "]";
-    out += ",\"milliseconds\":" + distribution(milliseconds);
-    out += ",\"solutionLength\":" + distribution(lengths) + "}";
+    // Everything that depends on the machine goes into "milliseconds", so that the rest repeats.
+    std::string times = distribution(milliseconds);
+    times.pop_back();
+    times += ",\"verdictWithin250ms\":" + number(shareOf(decidedMilliseconds, 250.0, *options.deals));
+    times += ",\"verdictWithin2s\":" + number(shareOf(decidedMilliseconds, 2000.0, *options.deals));
+    times += ",\"peakMemoryMB\":" + number(peakMemoryMegabytes()) + "}";
+    out += ",\"milliseconds\":" + times;
+    out += ",\"solutionLength\":" + distribution(lengths);
+    out += ",\"memoryBudgetMB\":" + std::to_string(solverSettings.memoryBudget >> 20) + "}";
     return out;
 }
 
