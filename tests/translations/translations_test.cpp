@@ -1,0 +1,264 @@
+// The game in German: sentences built by the real engine, the string tables themselves, and
+// which table a locale gets.
+
+#include "app/translations.hpp"
+#include "engine/card.hpp"
+#include "engine/hints.hpp"
+#include "engine/localizer.hpp"
+#include "engine/move_rules.hpp"
+#include "store/game_confirmation.hpp"
+#include "tests/support/positions.hpp"
+#include "ui/celebration.hpp"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QLocale>
+#include <QRegularExpression>
+#include <QTranslator>
+#include <QXmlStreamReader>
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace zelvaine {
+namespace {
+
+using testing::card;
+using testing::cards;
+using testing::emptyBoard;
+
+// What installTranslations added goes again, so that every test starts in English.
+void uninstallTranslations()
+{
+    auto* app = QCoreApplication::instance();
+    for (QTranslator* translator : app->findChildren<QTranslator*>(Qt::FindDirectChildrenOnly)) {
+        QCoreApplication::removeTranslator(translator);
+        delete translator;
+    }
+    QLocale::setDefault(QLocale::c());
+}
+
+bool install(const char* locale) { return installTranslations(*QCoreApplication::instance(), QLocale(QString::fromLatin1(locale))); }
+
+class Translations : public ::testing::Test {
+protected:
+    void TearDown() override { uninstallTranslations(); }
+};
+
+class German : public Translations {
+protected:
+    void SetUp() override { ASSERT_TRUE(install("de_DE")); }
+};
+
+std::string refusal(const GameState& state, const MoveSource& from, const MoveDestination& to)
+{
+    const MoveOutcome outcome = applyMove(state, from, to);
+    const auto* refused = std::get_if<MoveRefused>(&outcome);
+    return refused ? refused->reason : "(not refused)";
+}
+
+// The sentence is one template with three cards in it; German puts the suit first in a card's name.
+TEST_F(German, RefusalSentenceNamesTheCardsInGerman)
+{
+    GameState state = emptyBoard();
+    state.tableau[0] = cards("8S");
+    state.tableau[1] = cards("7C");
+    EXPECT_EQ(refusal(state, MoveSource::tableau(1, 0), MoveDestination::tableau(0)),
+              "Sieben kann nur auf Acht der Gegenfarbe gelegt werden. Pik-Acht passt nicht.");
+
+    // A king has no higher rank to ask for.
+    state.tableau[0] = cards("QH");
+    state.tableau[1] = cards("KS");
+    EXPECT_EQ(refusal(state, MoveSource::tableau(1, 0), MoveDestination::tableau(0)),
+              "König kann nur auf eine nächsthöhere Karte der Gegenfarbe gelegt werden. Herz-Dame passt nicht.");
+
+    state = emptyBoard();
+    state.tableau[0] = cards("6C 5D");
+    EXPECT_EQ(refusal(state, MoveSource::tableau(0, 0), MoveDestination::hand()),
+              "Nur die unterste Karte einer Spalte oder die oberste Karte eines Ablagestapels darf in deine Hand.");
+}
+
+TEST_F(German, HintsNameTheCardAndWhereItGoes)
+{
+    GameState state = emptyBoard();
+    state.hand[0] = card("AD");
+    EXPECT_EQ(findHint(state).text, "Karo-Ass auf Ablagestapel 1 legen.");
+
+    state = emptyBoard();
+    state.tableau[0] = cards("QS");
+    state.tableau[1] = cards("KC JH 10S");
+    EXPECT_EQ(findHint(state).text, "Herz-Bube samt Reihe auf Spalte 1 legen.");
+
+    state = emptyBoard();
+    state.tableau[0] = cards("5C");
+    EXPECT_EQ(findHint(state).text, "Nimm die unterste Karte einer Spalte in die Hand.");
+}
+
+TEST_F(German, StatisticsTileGroupsDigitsTheGermanWay)
+{
+    EXPECT_EQ(QLocale().toString(12345), QStringLiteral("12.345"));
+    EXPECT_EQ(QCoreApplication::translate("SettingsPage", "%1 moves").arg(1234), QStringLiteral("1234 Züge"));
+    EXPECT_EQ(completionSummary(212), "Du hast alle acht Ablagestapel in 212 Zügen gebaut.");
+}
+
+// A text that reaches the player without being marked for the tables would stay English here.
+TEST_F(Translations, EveryCoreTextComesOutGerman)
+{
+    std::vector<ConfirmationTexts> english;
+    for (int c = 0; c <= static_cast<int>(GameConfirmation::openSharedGame); ++c) {
+        english.push_back(confirmationTexts(static_cast<GameConfirmation>(c)));
+    }
+    ASSERT_TRUE(install("de_DE"));
+
+    for (std::size_t c = 0; c < english.size(); ++c) {
+        const ConfirmationTexts german = confirmationTexts(static_cast<GameConfirmation>(c));
+        EXPECT_NE(german.title, english[c].title);
+        EXPECT_NE(german.message, english[c].message);
+        EXPECT_NE(german.confirmButton, english[c].confirmButton);
+        EXPECT_NE(german.cancelButton, english[c].cancelButton);
+    }
+    for (int band = 0; band < 8; ++band) {
+        for (std::string_view message : celebrationMessages(band)) {
+            EXPECT_NE(localized(message), message) << "band " << band;
+        }
+    }
+    for (Suit suit : allSuits) EXPECT_NE(localizedName(suit), rawValue(suit));
+    for (int rank = 1; rank <= 13; ++rank) {
+        EXPECT_NE(localizedName(static_cast<Rank>(rank)), word(static_cast<Rank>(rank)));
+    }
+}
+
+struct ChoiceCase {
+    const char* locale;
+    bool translated;
+    const char* undo;
+};
+
+class TranslationChoice : public Translations, public ::testing::WithParamInterface<ChoiceCase> {};
+
+TEST_P(TranslationChoice, GermanForEveryGermanLocaleEnglishOtherwise)
+{
+    EXPECT_EQ(install(GetParam().locale), GetParam().translated);
+    EXPECT_EQ(QCoreApplication::translate("BoardToolbar", "Undo"), QString::fromUtf8(GetParam().undo));
+}
+
+INSTANTIATE_TEST_SUITE_P(Locales, TranslationChoice,
+                         ::testing::Values(ChoiceCase{"de_DE", true, "Rückgängig"}, ChoiceCase{"de_AT", true, "Rückgängig"},
+                                           ChoiceCase{"de_CH", true, "Rückgängig"}, ChoiceCase{"de_LU", true, "Rückgängig"},
+                                           ChoiceCase{"en_US", false, "Undo"}, ChoiceCase{"en_GB", false, "Undo"},
+                                           ChoiceCase{"fr_FR", false, "Undo"}, ChoiceCase{"C", false, "Undo"}));
+
+// English has no table of words, but it does have one of plural forms.
+TEST_F(Translations, EnglishGetsItsPluralForms)
+{
+    EXPECT_FALSE(install("fr_FR"));
+    const char* text = "The update server did not answer within %n second(s).";
+    EXPECT_EQ(QCoreApplication::translate("zelvaine::Updater", text, nullptr, 1),
+              QStringLiteral("The update server did not answer within 1 second."));
+    EXPECT_EQ(QCoreApplication::translate("zelvaine::Updater", text, nullptr, 30),
+              QStringLiteral("The update server did not answer within 30 seconds."));
+}
+
+struct TableEntry {
+    QString context;
+    QString source;
+    bool numerus = false;
+    QString state; // the translation's type: empty when finished, "unfinished", "vanished" …
+    QStringList translations;
+};
+
+std::vector<TableEntry> readTable(const QString& name)
+{
+    QFile file(QStringLiteral(ZELVAINE_STRINGS_DIR "/") + name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        ADD_FAILURE() << "cannot read " << file.fileName().toStdString();
+        return {};
+    }
+    std::vector<TableEntry> entries;
+    QString context;
+    QXmlStreamReader xml(&file);
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement) continue;
+        const auto element = xml.name();
+        if (element == u"name") {
+            context = xml.readElementText();
+        } else if (element == u"message") {
+            entries.push_back({context, {}, xml.attributes().value(QStringLiteral("numerus")) == u"yes", {}, {}});
+        } else if (element == u"source" && !entries.empty()) {
+            entries.back().source = xml.readElementText();
+        } else if (element == u"translation" && !entries.empty()) {
+            TableEntry& entry = entries.back();
+            entry.state = xml.attributes().value(QStringLiteral("type")).toString();
+            if (!entry.numerus) entry.translations.push_back(xml.readElementText());
+        } else if (element == u"numerusform" && !entries.empty()) {
+            entries.back().translations.push_back(xml.readElementText());
+        }
+    }
+    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+    return entries;
+}
+
+std::set<std::string> placeholders(const QString& text)
+{
+    static const QRegularExpression marker(QStringLiteral("%L?[1-9n]"));
+    std::set<std::string> found;
+    for (const auto& match : marker.globalMatch(text)) found.insert(match.captured().remove(u'L').toStdString());
+    return found;
+}
+
+std::string describe(const TableEntry& entry) { return (entry.context + QStringLiteral(": ") + entry.source).toStdString(); }
+
+void expectFinished(const TableEntry& entry)
+{
+    EXPECT_TRUE(entry.state.isEmpty()) << entry.state.toStdString() << " — " << describe(entry);
+    EXPECT_FALSE(entry.translations.isEmpty()) << describe(entry);
+    for (const QString& translation : entry.translations) {
+        EXPECT_FALSE(translation.trimmed().isEmpty()) << describe(entry);
+        EXPECT_EQ(placeholders(translation), placeholders(entry.source)) << translation.toStdString() << " — " << describe(entry);
+        if (entry.source.contains(u'…')) {
+            EXPECT_TRUE(translation.contains(u'…')) << describe(entry);
+        }
+    }
+}
+
+TEST(StringTables, EveryGermanTextIsTranslatedWithItsPlaceholders)
+{
+    const auto entries = readTable(QStringLiteral("zelvaine_de.ts"));
+    EXPECT_GT(entries.size(), 150u);
+    for (const TableEntry& entry : entries) expectFinished(entry);
+}
+
+TEST(StringTables, EnglishTableHoldsOnlyFinishedPluralForms)
+{
+    const auto entries = readTable(QStringLiteral("zelvaine_en.ts"));
+    for (const TableEntry& entry : entries) {
+        EXPECT_TRUE(entry.numerus) << describe(entry);
+        expectFinished(entry);
+        EXPECT_EQ(entry.translations.size(), 2) << describe(entry);
+    }
+}
+
+// The compiled table in the binary is the one in the source tree: nothing dropped on the way.
+TEST_F(German, EveryGermanTextResolvesAtRunTime)
+{
+    for (const TableEntry& entry : readTable(QStringLiteral("zelvaine_de.ts"))) {
+        const QByteArray context = entry.context.toUtf8();
+        const QByteArray source = entry.source.toUtf8();
+        if (entry.numerus) {
+            ASSERT_EQ(entry.translations.size(), 2) << describe(entry);
+            QString one = entry.translations[0];
+            QString many = entry.translations[1];
+            EXPECT_EQ(QCoreApplication::translate(context, source, nullptr, 1), one.replace(QStringLiteral("%n"), QStringLiteral("1")));
+            EXPECT_EQ(QCoreApplication::translate(context, source, nullptr, 7), many.replace(QStringLiteral("%n"), QStringLiteral("7")));
+        } else {
+            EXPECT_EQ(QCoreApplication::translate(context, source), entry.translations.value(0)) << describe(entry);
+        }
+    }
+}
+
+} // namespace
+} // namespace zelvaine
