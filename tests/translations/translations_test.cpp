@@ -12,6 +12,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QRegularExpression>
 #include <QTranslator>
@@ -151,6 +152,16 @@ INSTANTIATE_TEST_SUITE_P(Locales, TranslationChoice,
                                            ChoiceCase{"de_CH", true, "Rückgängig"}, ChoiceCase{"de_LU", true, "Rückgängig"},
                                            ChoiceCase{"en_US", false, "Undo"}, ChoiceCase{"en_GB", false, "Undo"},
                                            ChoiceCase{"fr_FR", false, "Undo"}, ChoiceCase{"C", false, "Undo"}));
+
+// The file dialog's buttons are Qt's own texts; they follow the game's language when the system
+// has Qt's translations (Debian: qt6-translations-l10n).
+TEST_F(German, QtsOwnButtonsFollowWhenInstalled)
+{
+    if (!QFile::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath) + QStringLiteral("/qt_de.qm"))) {
+        GTEST_SKIP() << "Qt's German translations are not installed";
+    }
+    EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen"));
+}
 
 // English has no table of words, but it does have one of plural forms.
 TEST_F(Translations, EnglishGetsItsPluralForms)
