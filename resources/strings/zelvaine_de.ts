@@ -5,7 +5,7 @@
     <name>AutoCompleteBadge</name>
     <message>
         <source>Auto-completing…</source>
-        <translation>Wird automatisch beendet…</translation>
+        <translation>Wird automatisch abgeschlossen…</translation>
     </message>
     <message>
         <source>%1 moves</source>
@@ -129,7 +129,7 @@
     <name>PlaceSlot</name>
     <message>
         <source>Tap to select, double tap to play an unambiguous move, or drag</source>
-        <translation>Tippen zum Auswählen, doppelt tippen für einen eindeutigen Zug, oder ziehen</translation>
+        <translation>Tippen zum Auswählen, doppelt tippen für einen eindeutigen Zug oder ziehen</translation>
     </message>
     <message>
         <source>Empty hand slot %1</source>
@@ -160,7 +160,7 @@
     </message>
     <message>
         <source>Place a card on the lowest card of another column only when it is one rank lower and the opposite color. A correctly descending, alternating-color string moves as one. Only a king—or a string beginning with a king—may fill an empty column.</source>
-        <translation>Eine Karte darf nur dann auf die unterste Karte einer anderen Spalte, wenn sie einen Rang niedriger ist und die Gegenfarbe hat: Rot auf Schwarz, Schwarz auf Rot. Eine richtig absteigende Reihe in wechselnden Farben zieht als Ganzes. Nur ein König – oder eine Reihe, die mit einem König beginnt – darf eine leere Spalte füllen.</translation>
+        <translation>Eine Karte darf nur dann auf die unterste Karte einer anderen Spalte gelegt werden, wenn sie einen Rang niedriger ist und die Gegenfarbe hat: Rot auf Schwarz, Schwarz auf Rot. Eine richtig absteigende Reihe in wechselnden Farben wird als Ganzes bewegt. Nur ein König – oder eine Reihe, die mit einem König beginnt – darf eine leere Spalte füllen.</translation>
     </message>
     <message>
         <source>Build the foundations</source>
@@ -168,7 +168,7 @@
     </message>
     <message>
         <source>Begin each foundation with an ace, then build upward in the same suit: 2, 3, and so on through king. Only the lowest exposed card of a column, or one card from your hand, may move to a foundation. The top foundation card may move back to a legal column or a free hand space.</source>
-        <translation>Beginne jeden Ablagestapel mit einem Ass und baue dann in derselben Farbe aufwärts: 2, 3 und so weiter bis zum König. Nur die unterste freie Karte einer Spalte oder eine Karte aus deiner Hand darf auf einen Ablagestapel. Die oberste Karte eines Ablagestapels darf zurück auf eine passende Spalte oder einen freien Handplatz.</translation>
+        <translation>Beginne jeden Ablagestapel mit einem Ass und baue dann in derselben Farbe aufwärts: 2, 3 und so weiter bis zum König. Nur die unterste freie Karte einer Spalte oder eine Karte aus deiner Hand darf auf einen Ablagestapel gelegt werden. Die oberste Karte eines Ablagestapels darf zurück auf eine passende Spalte oder einen freien Handplatz.</translation>
     </message>
     <message>
         <source>Use your hand</source>
@@ -176,7 +176,7 @@
     </message>
     <message>
         <source>Your hand holds at most four cards. Move the lowest card of any column or the top card of a foundation into a free hand space. A hand card may move to a legal column or foundation.</source>
-        <translation>Deine Hand fasst höchstens vier Karten. Lege die unterste Karte einer beliebigen Spalte oder die oberste Karte eines Ablagestapels auf einen freien Handplatz. Eine Karte aus der Hand darf auf eine passende Spalte oder einen Ablagestapel.</translation>
+        <translation>Deine Hand fasst höchstens vier Karten. Lege die unterste Karte einer beliebigen Spalte oder die oberste Karte eines Ablagestapels auf einen freien Handplatz. Eine Karte aus der Hand darf auf eine passende Spalte oder einen passenden Ablagestapel.</translation>
     </message>
     <message>
         <source>Tap a movable card, then tap its destination.</source>
@@ -428,7 +428,7 @@
     </message>
     <message>
         <source>Tap to select, double tap to play an unambiguous move, or drag this card and its valid string</source>
-        <translation>Tippen zum Auswählen, doppelt tippen für einen eindeutigen Zug, oder diese Karte samt gültiger Reihe ziehen</translation>
+        <translation>Tippen zum Auswählen, doppelt tippen für einen eindeutigen Zug oder diese Karte samt gültiger Reihe ziehen</translation>
     </message>
     <message>
         <source>This card is blocked</source>
@@ -583,7 +583,7 @@
     </message>
     <message>
         <source>Only one card at a time can move to a foundation.</source>
-        <translation>Auf einen Ablagestapel darf nur eine Karte auf einmal.</translation>
+        <translation>Auf einen Ablagestapel darf nur jeweils eine Karte gelegt werden.</translation>
     </message>
     <message>
         <source>Only the lowest card of a column or the top card of a foundation can move to your hand.</source>
@@ -627,7 +627,7 @@
     </message>
     <message>
         <source>Auto Complete</source>
-        <translation>Automatisch beenden</translation>
+        <translation>Automatisch abschließen</translation>
     </message>
     <message>
         <source>Keep Playing</source>
@@ -795,7 +795,7 @@
     </message>
     <message>
         <source>Well recovered — that board had plenty to solve.</source>
-        <translation>Gut gefangen – diese Auslage hatte es in sich.</translation>
+        <translation>Stark zurückgekämpft – diese Auslage hatte es in sich.</translation>
     </message>
     <message>
         <source>Another full pair of decks brought home.</source>
