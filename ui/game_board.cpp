@@ -90,6 +90,8 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
         afterPositionChange();
         break;
     case GameStoreProperty::confirmation: emit confirmationChanged(); break;
+    case GameStoreProperty::showRules: emit showRulesChanged(); break;
+    case GameStoreProperty::isImportingGame: emit importingChanged(); break;
     case GameStoreProperty::selection:
         refreshTargets();
         emit selectionChanged();
@@ -139,12 +141,20 @@ bool GameBoard::exportGame(const QUrl& file)
 
 void GameBoard::openGame(const QUrl& file)
 {
+    // One question at a time: a file arriving while another is asked waits for nothing.
+    if (store_.confirmation()) return;
     auto document = ZelvaineGameDocument::read(file.toLocalFile().toStdString());
     if (!document) {
         store_.rejectSharedGame(document.error().playerDescription());
         return;
     }
     if (const auto error = store_.prepareSharedGame(*document)) store_.rejectSharedGame(error->description());
+}
+
+void GameBoard::openGamePath(const QString& path)
+{
+    const QUrl url = path.startsWith(QStringLiteral("file:")) ? QUrl(path) : QUrl::fromLocalFile(path);
+    openGame(url);
 }
 
 // What the board does after every change of the position: offer the automatic finish once,

@@ -38,6 +38,10 @@ class GameBoard : public QObject {
     Q_PROPERTY(bool canRedo READ canRedo NOTIFY stateChanged FINAL)
     Q_PROPERTY(bool hasProgress READ hasProgress NOTIFY stateChanged FINAL)
     Q_PROPERTY(bool canShare READ canShare NOTIFY stateChanged FINAL)
+    // The rules sheet shows while this is set; closing it clears it.
+    Q_PROPERTY(bool showRules READ showRules WRITE setShowRules NOTIFY showRulesChanged FINAL)
+    // Set by "Open Game…": the view offers its file picker and clears it.
+    Q_PROPERTY(bool isImportingGame READ isImportingGame WRITE setIsImportingGame NOTIFY importingChanged FINAL)
     // -1 none, else newGame, restartGame, autoComplete, openSharedGame in that order.
     Q_PROPERTY(int confirmation READ confirmation NOTIFY confirmationChanged FINAL)
     Q_PROPERTY(bool autoCompleting READ autoCompleting NOTIFY autoCompletingChanged FINAL)
@@ -118,6 +122,13 @@ public:
 
     // Shared games: writing the current one to a file, and reading one that the player chose.
     bool canShare() const { return store_.canMakeDocument(); }
+    bool showRules() const { return store_.showRules(); }
+    void setShowRules(bool show) { store_.setShowRules(show); }
+    bool isImportingGame() const { return store_.isImportingGame(); }
+    void setIsImportingGame(bool importing) { store_.setIsImportingGame(importing); }
+    // A shared game from outside the window (the command line, a dropped file): `path` is a
+    // local file path or a file URL.
+    Q_INVOKABLE void openGamePath(const QString& path);
     Q_INVOKABLE bool exportGame(const QUrl& file);
     Q_INVOKABLE void openGame(const QUrl& file);
 
@@ -141,6 +152,8 @@ signals:
     void confirmationChanged();
     void autoCompletingChanged();
     void celebrationChanged();
+    void showRulesChanged();
+    void importingChanged();
 
 private:
     void onStoreChanged(GameStoreProperty property);

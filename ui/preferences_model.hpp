@@ -21,6 +21,8 @@ class PreferencesModel : public QObject {
     Q_PROPERTY(bool handOnRight READ handOnRight WRITE setHandOnRight NOTIFY changed FINAL)
     Q_PROPERTY(bool showsMoveMessages READ showsMoveMessages WRITE setShowsMoveMessages NOTIFY changed FINAL)
     Q_PROPERTY(bool soundsEnabled READ soundsEnabled WRITE setSoundsEnabled NOTIFY changed FINAL)
+    // The settings window shows while this is set; closing it clears it.
+    Q_PROPERTY(bool showSettings READ showSettings WRITE setShowSettings NOTIFY changed FINAL)
     Q_PROPERTY(QVariant highScore READ highScore NOTIFY changed FINAL)
     Q_PROPERTY(qint64 gamesPlayed READ gamesPlayed NOTIFY changed FINAL)
     Q_PROPERTY(qint64 gamesWon READ gamesWon NOTIFY changed FINAL)
@@ -35,6 +37,8 @@ public:
     bool handOnRight() const { return preferences_.landscapeHandSide() == LandscapeHandSide::right; }
     bool showsMoveMessages() const { return preferences_.showsMoveMessages(); }
     bool soundsEnabled() const { return preferences_.soundsEnabled(); }
+    bool showSettings() const { return preferences_.showSettings(); }
+    void setShowSettings(bool value) { preferences_.setShowSettings(value); }
     QVariant highScore() const;
     qint64 gamesPlayed() const { return preferences_.gamesPlayed(); }
     qint64 gamesWon() const { return preferences_.gamesWon(); }

@@ -21,6 +21,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #include <fstream>
 #include <unistd.h>
 #include <memory>
@@ -473,6 +474,104 @@ TEST_F(GameViewTest, ConfirmationsAreAskedOverTheBoard)
     EXPECT_EQ(store->state().moveCount, 0);
     EXPECT_TRUE(store->challenge().usedRestart);
     EXPECT_EQ(board->confirmation(), -1);
+}
+
+// The settings window's items, found through its own item tree.
+QQuickItem* inWindow(QQuickWindow* window, const QString& name)
+{
+    std::function<QQuickItem*(QQuickItem*)> find = [&](QQuickItem* root) -> QQuickItem* {
+        if (root->objectName() == name) return root;
+        for (QQuickItem* child : root->childItems()) {
+            if (QQuickItem* found = find(child)) return found;
+        }
+        return nullptr;
+    };
+    return find(window->contentItem());
+}
+
+void clickItem(QQuickWindow* window, QQuickItem* target)
+{
+    ASSERT_TRUE(target);
+    QTest::mouseClick(window, Qt::LeftButton, {},
+                      target->mapToScene(QPointF(target->width() / 2, target->height() / 2)).toPoint());
+}
+
+TEST_F(GameViewTest, SettingsWriteThroughAndTakeEffectAtOnce)
+{
+    // The dealt game counts as one already.
+    for (int i = 0; i < 12344; ++i) preferences.recordGameStarted("deal-" + std::to_string(i));
+    auto* settings = view->findChild<QQuickWindow*>("settingsWindow");
+    ASSERT_TRUE(settings);
+    EXPECT_FALSE(settings->isVisible());
+    click("settingsButton");
+    ASSERT_TRUE(QTest::qWaitFor([settings] { return settings->isExposed(); }, 3000));
+    EXPECT_EQ(settings->size(), QSize(620, 590));
+
+    // Counts are grouped for the locale; the best game is a bare number of moves, or a dash.
+    EXPECT_EQ(inWindow(settings, "gamesPlayedValue")->property("text").toString(), "12,345");
+    EXPECT_EQ(inWindow(settings, "bestGameValue")->property("text").toString(), "—");
+    preferences.recordGameWon(1234, "deal-12343", true);
+    EXPECT_EQ(inWindow(settings, "bestGameValue")->property("text").toString(), "1234 moves");
+    EXPECT_EQ(inWindow(settings, "gamesWonValue")->property("text").toString(), "1");
+
+    // A switch turns the toolbar's button off, on the board at once and in the stored preferences.
+    ASSERT_TRUE(item("hintButton")->isVisible());
+    clickItem(settings, inWindow(settings, "showHintSwitch"));
+    EXPECT_FALSE(preferences.showsHint());
+    EXPECT_FALSE(item("hintButton")->isVisible());
+    EXPECT_FALSE(GamePreferences(defaults, sound).showsHint()) << "stored, not only shown";
+    clickItem(settings, inWindow(settings, "showUndoSwitch"));
+    EXPECT_FALSE(item("redoButton")->isVisible());
+    clickItem(settings, inWindow(settings, "handRight"));
+    EXPECT_EQ(preferences.landscapeHandSide(), LandscapeHandSide::right);
+    clickItem(settings, inWindow(settings, "moveMessagesSwitch"));
+    EXPECT_FALSE(preferences.showsMoveMessages());
+    clickItem(settings, inWindow(settings, "soundsSwitch"));
+    EXPECT_FALSE(preferences.soundsEnabled());
+
+    // The privacy policy opens in place, with a way back.
+    clickItem(settings, inWindow(settings, "privacyLink"));
+    ASSERT_TRUE(QTest::qWaitFor([settings] { return inWindow(settings, "privacyPolicy") != nullptr; }, 2000));
+    QTest::qWait(400);
+    const auto privacy = std::filesystem::path(ZELVAINE_SCREENSHOT_DIR) / "settings-privacy.png";
+    EXPECT_TRUE(settings->grabWindow().save(QString::fromStdString(privacy.string())));
+    clickItem(settings, inWindow(settings, "infoBackButton"));
+    QQuickItem* stack = inWindow(settings, "settingsStack");
+    ASSERT_TRUE(QTest::qWaitFor([stack] { return stack->property("depth").toInt() == 1; }, 2000));
+    QTest::qWait(300);
+    const auto shot = std::filesystem::path(ZELVAINE_SCREENSHOT_DIR) / "settings.png";
+    EXPECT_TRUE(settings->grabWindow().save(QString::fromStdString(shot.string())));
+
+    // Done closes the window and clears the flag, so the button opens it again.
+    clickItem(settings, inWindow(settings, "settingsDoneButton"));
+    EXPECT_FALSE(preferences.showSettings());
+    EXPECT_TRUE(QTest::qWaitFor([settings] { return !settings->isVisible(); }, 2000));
+}
+
+TEST_F(GameViewTest, TheRulesSheetOpensAndCloses)
+{
+    auto* rules = view->findChild<QQuickWindow*>("rulesWindow");
+    ASSERT_TRUE(rules);
+    click("rulesButton");
+    EXPECT_TRUE(store->showRules());
+    ASSERT_TRUE(QTest::qWaitFor([rules] { return rules->isExposed(); }, 3000));
+    // Wide: the column keeps to 700 and sits in the middle; narrow: it shrinks and wraps.
+    QQuickItem* column = inWindow(rules, "rulesColumn");
+    ASSERT_TRUE(column);
+    EXPECT_DOUBLE_EQ(column->width(), 700);
+    EXPECT_NEAR(column->x() + column->width() / 2, column->parentItem()->width() / 2, 1);
+    QTest::qWait(100);
+    const auto shot = std::filesystem::path(ZELVAINE_SCREENSHOT_DIR) / "rules.png";
+    EXPECT_TRUE(rules->grabWindow().save(QString::fromStdString(shot.string())));
+    rules->resize(480, 600);
+    QTest::qWait(100);
+    EXPECT_LT(column->width(), 480);
+
+    clickItem(rules, inWindow(rules, "rulesDoneButton"));
+    EXPECT_FALSE(store->showRules());
+    EXPECT_TRUE(QTest::qWaitFor([rules] { return !rules->isVisible(); }, 2000));
+    click("rulesButton");
+    EXPECT_TRUE(store->showRules());
 }
 
 // Renders the dealt table for a look, and for the README.

@@ -113,12 +113,11 @@ RowLayout {
                 }
             }
             MenuItem {
+                objectName: "openGameItem"
                 text: qsTr("Open Game…")
                 icon.source: "qrc:/icons/mdi/folder-open-outline.svg"
-                onTriggered: {
-                    openDialog.active = true;
-                    openDialog.item.open();
-                }
+                enabled: toolbar.board.confirmation === -1
+                onTriggered: toolbar.board.isImportingGame = true
             }
         }
     }
@@ -135,6 +134,20 @@ RowLayout {
         isCompact: toolbar.isCompact
         onClicked: toolbar.board.requestNewGame()
     }
+    ToolbarButton {
+        objectName: "rulesButton"
+        text: qsTr("Rules")
+        iconName: "help-circle-outline"
+        isCompact: toolbar.isCompact
+        onClicked: toolbar.board.showRules = true
+    }
+    ToolbarButton {
+        objectName: "settingsButton"
+        text: qsTr("Settings")
+        iconName: "cog-outline"
+        isCompact: toolbar.isCompact
+        onClicked: toolbar.preferences.showSettings = true
+    }
 
     // The file panels are made when first asked for.
     Loader {
@@ -145,15 +158,6 @@ RowLayout {
             currentFolder: StandardPaths.writableLocation(StandardPaths.DocumentsLocation)
             nameFilters: [qsTr("Zelvaine games (*.zelvaine)")]
             onAccepted: toolbar.board.exportGame(selectedFile)
-        }
-    }
-    Loader {
-        id: openDialog
-        active: false
-        sourceComponent: FileDialog {
-            fileMode: FileDialog.OpenFile
-            nameFilters: [qsTr("Zelvaine games (*.zelvaine)")]
-            onAccepted: toolbar.board.openGame(selectedFile)
         }
     }
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Dialogs
 import QtQuick.Layouts
 import Zelvaine
 
@@ -9,6 +10,9 @@ Item {
 
     required property var board
     required property var preferences
+    // For the settings window: "1.0 (1)", and the update server the privacy policy names.
+    property string versionText: "—"
+    property string updateHost: ""
 
     objectName: "gameBoard"
     focus: true
@@ -192,5 +196,50 @@ Item {
 
     ConfirmationDialog {
         board: view.board
+    }
+
+    RulesView {
+        board: view.board
+    }
+
+    SettingsWindow {
+        preferences: view.preferences
+        versionText: view.versionText
+        updateHost: view.updateHost
+    }
+
+    // "Open Game…" from the menu or the toolbar: the file picker, made when first asked for.
+    Connections {
+        target: view.board
+        function onImportingChanged() {
+            if (!view.board.isImportingGame) return;
+            openDialog.active = true;
+            openDialog.item.open();
+        }
+    }
+    Loader {
+        id: openDialog
+        active: false
+        sourceComponent: FileDialog {
+            fileMode: FileDialog.OpenFile
+            nameFilters: [qsTr("Zelvaine games (*.zelvaine)"), qsTr("All files (*)")]
+            onAccepted: {
+                view.board.isImportingGame = false;
+                view.board.openGame(selectedFile);
+            }
+            onRejected: view.board.isImportingGame = false
+        }
+    }
+
+    // A shared game dropped on the window opens like one chosen in the picker.
+    DropArea {
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onEntered: drag => drag.accepted = drag.hasUrls
+        onDropped: drop => {
+            if (!drop.hasUrls) return;
+            view.board.openGame(drop.urls[0]);
+            drop.accept(Qt.CopyAction);
+        }
     }
 }

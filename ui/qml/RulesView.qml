@@ -1,0 +1,167 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import QtQuick.Window
+
+// "How to Play": the rules in four sections and the controls, in a sheet over the game.
+Window {
+    id: sheet
+
+    required property var board
+
+    objectName: "rulesWindow"
+    title: qsTr("How to Play")
+    width: 780
+    height: 700
+    minimumWidth: 420
+    minimumHeight: 360
+    modality: Qt.WindowModal
+    flags: Qt.Dialog
+    color: "#1b211e"
+    visible: board.showRules
+    onClosing: board.showRules = false
+
+    readonly property var sections: [
+        { title: qsTr("Set up & goal"), icon: "rules-crown",
+          text: qsTr("Two complete decks are dealt face-up into ten columns of ten cards. Four cards begin in your hand. Win by moving every suit from ace through king onto the eight foundations.") },
+        { title: qsTr("Build the columns"), icon: "rules-card-multiple",
+          text: qsTr("Place a card on the lowest card of another column only when it is one rank lower and the opposite color. A correctly descending, alternating-color string moves as one. Only a king—or a string beginning with a king—may fill an empty column.") },
+        { title: qsTr("Build the foundations"), icon: "rules-layers-triple",
+          text: qsTr("Begin each foundation with an ace, then build upward in the same suit: 2, 3, and so on through king. Only the lowest exposed card of a column, or one card from your hand, may move to a foundation. The top foundation card may move back to a legal column or a free hand space.") },
+        { title: qsTr("Use your hand"), icon: "rules-hand-back-right",
+          text: qsTr("Your hand holds at most four cards. Move the lowest card of any column or the top card of a foundation into a free hand space. A hand card may move to a legal column or foundation.") }
+    ]
+    readonly property var controls: [
+        { icon: "rules-gesture-tap", text: qsTr("Tap a movable card, then tap its destination.") },
+        { icon: "rules-gesture-swipe", text: qsTr("Or drag a card or valid string directly.") },
+        { icon: "rules-fast-forward", text: qsTr("Double-tap a movable card or string to play its only legal destination. Foundations are preferred.") },
+        { icon: "rules-lightbulb-outline", text: qsTr("Use Hint to highlight one available move.") },
+        { icon: "rules-restart", text: qsTr("Restart returns every card to the beginning of the current deal without reshuffling.") }
+    ]
+
+    Shortcut {
+        sequences: [StandardKey.Cancel, "Return", "Enter"]
+        onActivated: sheet.board.showRules = false
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        // The title bar of the sheet with its confirming "Done".
+        RowLayout {
+            Layout.fillWidth: true
+            Layout.margins: 14
+            Layout.leftMargin: 24
+            Label {
+                text: sheet.title
+                font.pixelSize: 17
+                font.weight: Font.DemiBold
+                color: "white"
+                Layout.fillWidth: true
+                horizontalAlignment: Text.AlignHCenter
+                Layout.leftMargin: doneButton.width
+            }
+            Button {
+                id: doneButton
+                objectName: "rulesDoneButton"
+                text: qsTr("Done")
+                highlighted: true
+                onClicked: sheet.board.showRules = false
+            }
+        }
+        Rectangle { Layout.fillWidth: true; height: 1; color: Qt.rgba(1, 1, 1, 0.12) }
+
+        ScrollView {
+            id: scroller
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            ScrollBar.vertical.policy: ScrollBar.AlwaysOn
+            contentWidth: availableWidth
+
+            Item {
+                width: scroller.availableWidth
+                implicitHeight: content.implicitHeight + 56
+
+                // At most 700 wide, centred in whatever width the sheet has.
+                ColumnLayout {
+                    id: content
+                    objectName: "rulesColumn"
+                    x: (parent.width - width) / 2
+                    y: 28
+                    width: Math.min(700, parent.width - 56)
+                    spacing: 22
+
+                    Repeater {
+                        model: sheet.sections
+                        RowLayout {
+                            required property var modelData
+                            Layout.fillWidth: true
+                            spacing: 16
+                            Image {
+                                Layout.alignment: Qt.AlignTop
+                                Layout.preferredWidth: 32
+                                source: "qrc:/icons/mdi/" + modelData.icon + ".svg"
+                                sourceSize: Qt.size(26, 26)
+                                fillMode: Image.Pad
+                                Accessible.ignored: true
+                            }
+                            ColumnLayout {
+                                Layout.fillWidth: true
+                                spacing: 6
+                                Label {
+                                    text: modelData.title
+                                    font.pixelSize: 20
+                                    font.bold: true
+                                    color: "white"
+                                    Layout.fillWidth: true
+                                    wrapMode: Text.Wrap
+                                }
+                                Label {
+                                    text: modelData.text
+                                    font.pixelSize: 15
+                                    color: Qt.rgba(1, 1, 1, 0.76)
+                                    Layout.fillWidth: true
+                                    wrapMode: Text.Wrap
+                                }
+                            }
+                        }
+                    }
+
+                    ColumnLayout {
+                        Layout.fillWidth: true
+                        spacing: 10
+                        opacity: 0.88
+                        Label {
+                            text: qsTr("Controls")
+                            font.pixelSize: 20
+                            font.bold: true
+                            color: "white"
+                        }
+                        Repeater {
+                            model: sheet.controls
+                            RowLayout {
+                                required property var modelData
+                                Layout.fillWidth: true
+                                spacing: 10
+                                Image {
+                                    Layout.alignment: Qt.AlignTop
+                                    source: "qrc:/icons/mdi/" + modelData.icon + ".svg"
+                                    sourceSize: Qt.size(18, 18)
+                                    Accessible.ignored: true
+                                }
+                                Label {
+                                    text: modelData.text
+                                    font.pixelSize: 15
+                                    color: "white"
+                                    Layout.fillWidth: true
+                                    wrapMode: Text.Wrap
+                                }
+                            }
+                        }
+                    }
+                }
+            }
+        }
+    }
+}

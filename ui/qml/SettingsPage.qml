@@ -1,0 +1,243 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+// The settings themselves: header, the four boxes, and the footer with links and version.
+Item {
+    id: page
+
+    required property var preferences
+    property string versionText: "—"
+    signal done()
+    signal showPrivacy()
+    signal showAcknowledgements()
+
+    function count(value) { return Number(value).toLocaleString(Qt.locale(), "f", 0); }
+
+    // "Done" is the window's default button.
+    Keys.onReturnPressed: page.done()
+    Keys.onEnterPressed: page.done()
+    Keys.onEscapePressed: page.done()
+    focus: true
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        RowLayout {
+            Layout.fillWidth: true
+            Layout.leftMargin: 24
+            Layout.rightMargin: 24
+            Layout.topMargin: 18
+            Layout.bottomMargin: 18
+            spacing: 14
+            Image {
+                source: "qrc:/icons/zelvaine.svg"
+                sourceSize: Qt.size(52, 52)
+                Layout.preferredWidth: 52
+                Layout.preferredHeight: 52
+                fillMode: Image.PreserveAspectFit
+                Accessible.ignored: true
+            }
+            ColumnLayout {
+                spacing: 2
+                Label {
+                    text: qsTr("Settings")
+                    font.pixelSize: 22
+                    font.weight: Font.DemiBold
+                    color: "white"
+                }
+                Label {
+                    text: "Zelvaine"
+                    color: Qt.rgba(1, 1, 1, 0.6)
+                }
+            }
+            Item { Layout.fillWidth: true }
+            Button {
+                objectName: "settingsDoneButton"
+                text: qsTr("Done")
+                highlighted: true
+                onClicked: page.done()
+            }
+        }
+        Rectangle { Layout.fillWidth: true; height: 1; color: Qt.rgba(1, 1, 1, 0.12) }
+
+        ScrollView {
+            id: scroller
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            contentWidth: availableWidth
+            ScrollBar.vertical.policy: ScrollBar.AlwaysOn
+
+            ColumnLayout {
+                x: 20
+                width: scroller.availableWidth - 40
+                spacing: 16
+                Item { implicitHeight: 4 }
+
+                SettingsBox {
+                    title: qsTr("Toolbar")
+                    icon: "dock-top"
+                    SettingsToggleRow {
+                        objectName: "showHint"
+                        title: qsTr("Show Hint")
+                        icon: "settings-hint"
+                        checked: page.preferences.showsHint
+                        onToggled: on => page.preferences.showsHint = on
+                    }
+                    Divider {}
+                    SettingsToggleRow {
+                        objectName: "showUndo"
+                        title: qsTr("Show Undo & Redo")
+                        icon: "settings-undo"
+                        checked: page.preferences.showsUndo
+                        onToggled: on => page.preferences.showsUndo = on
+                    }
+                }
+
+                SettingsBox {
+                    title: qsTr("Landscape Layout")
+                    icon: "view-split-vertical"
+                    RowLayout {
+                        Layout.fillWidth: true
+                        Layout.topMargin: 4
+                        Layout.bottomMargin: 4
+                        spacing: 20
+                        ColumnLayout {
+                            Layout.fillWidth: true
+                            spacing: 4
+                            Label {
+                                text: qsTr("Hand Position")
+                                font.pixelSize: 14
+                                font.weight: Font.Medium
+                                color: "white"
+                            }
+                            Label {
+                                text: qsTr("Places the hand on the selected side in horizontal layouts.")
+                                font.pixelSize: 13
+                                color: Qt.rgba(1, 1, 1, 0.6)
+                                wrapMode: Text.Wrap
+                                Layout.fillWidth: true
+                            }
+                        }
+                        // A two-segment picker: one of the two is always chosen.
+                        Row {
+                            objectName: "handPositionPicker"
+                            Accessible.role: Accessible.PageTabList
+                            Accessible.name: qsTr("Hand Position")
+                            Repeater {
+                                model: [{ title: qsTr("Left"), right: false }, { title: qsTr("Right"), right: true }]
+                                Button {
+                                    required property var modelData
+                                    objectName: modelData.right ? "handRight" : "handLeft"
+                                    width: 85
+                                    text: modelData.title
+                                    checkable: true
+                                    checked: page.preferences.handOnRight === modelData.right
+                                    highlighted: checked
+                                    Accessible.role: Accessible.PageTab
+                                    onClicked: page.preferences.handOnRight = modelData.right
+                                }
+                            }
+                        }
+                    }
+                }
+
+                SettingsBox {
+                    title: qsTr("Feedback")
+                    icon: "message-text-outline"
+                    SettingsToggleRow {
+                        objectName: "sounds"
+                        title: qsTr("Sounds")
+                        icon: "settings-sounds"
+                        checked: page.preferences.soundsEnabled
+                        onToggled: on => page.preferences.soundsEnabled = on
+                    }
+                    Divider {}
+                    SettingsToggleRow {
+                        objectName: "moveMessages"
+                        title: qsTr("Show invalid move messages")
+                        detail: qsTr("Shows an explanation when a move is invalid. Requested hints remain visible.")
+                        icon: "settings-messages"
+                        checked: page.preferences.showsMoveMessages
+                        onToggled: on => page.preferences.showsMoveMessages = on
+                    }
+                }
+
+                SettingsBox {
+                    title: qsTr("Statistics")
+                    icon: "chart-bar"
+                    RowLayout {
+                        Layout.fillWidth: true
+                        spacing: 10
+                        StatisticTile {
+                            objectName: "gamesPlayed"
+                            title: qsTr("Games played")
+                            icon: "cards-spade"
+                            value: page.count(page.preferences.gamesPlayed)
+                        }
+                        StatisticTile {
+                            objectName: "gamesWon"
+                            title: qsTr("Games won")
+                            icon: "trophy"
+                            value: page.count(page.preferences.gamesWon)
+                        }
+                        StatisticTile {
+                            objectName: "gamesLost"
+                            title: qsTr("Games lost")
+                            icon: "flag"
+                            value: page.count(page.preferences.gamesLost)
+                        }
+                        StatisticTile {
+                            objectName: "bestGame"
+                            title: qsTr("Best game")
+                            icon: "star"
+                            // Plain digits: a move count is not a quantity to group.
+                            value: page.preferences.highScore === undefined ? "—"
+                                   : qsTr("%1 moves").arg(page.preferences.highScore)
+                        }
+                    }
+                }
+                Item { implicitHeight: 4 }
+            }
+        }
+
+        Rectangle { Layout.fillWidth: true; height: 1; color: Qt.rgba(1, 1, 1, 0.12) }
+
+        RowLayout {
+            Layout.fillWidth: true
+            Layout.leftMargin: 24
+            Layout.rightMargin: 24
+            Layout.topMargin: 14
+            Layout.bottomMargin: 14
+            spacing: 18
+            TextLink {
+                objectName: "privacyLink"
+                text: qsTr("Privacy Policy")
+                iconName: "hand-back-right"
+                onActivated: page.showPrivacy()
+            }
+            TextLink {
+                objectName: "acknowledgementsLink"
+                text: qsTr("Acknowledgements")
+                iconName: "heart"
+                onActivated: page.showAcknowledgements()
+            }
+            Item { Layout.fillWidth: true }
+            Label {
+                objectName: "versionText"
+                text: qsTr("Version") + "  " + page.versionText
+                color: Qt.rgba(1, 1, 1, 0.6)
+                elide: Text.ElideNone
+                wrapMode: Text.NoWrap
+            }
+        }
+    }
+
+    component Divider: Rectangle {
+        Layout.fillWidth: true
+        Layout.leftMargin: 42
+        height: 1
+        color: Qt.rgba(1, 1, 1, 0.1)
+    }
+}

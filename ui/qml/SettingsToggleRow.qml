@@ -1,0 +1,56 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+
+// A setting that is on or off: its symbol, its title (and an optional explanation) and a switch
+// whose accessible name is the title.
+RowLayout {
+    id: row
+
+    property string title
+    property string detail
+    property string icon
+    property alias checked: toggle.checked
+    property bool divided: false
+    signal toggled(bool on)
+
+    spacing: 12
+    Layout.fillWidth: true
+    Layout.topMargin: detail ? 4 : 7
+    Layout.bottomMargin: detail ? 4 : 7
+
+    Image {
+        Layout.preferredWidth: 30
+        source: "qrc:/icons/mdi/" + row.icon + ".svg"
+        sourceSize: Qt.size(21, 21)
+        fillMode: Image.Pad
+        Accessible.ignored: true
+    }
+    ColumnLayout {
+        Layout.fillWidth: true
+        spacing: 3
+        Label {
+            text: row.title
+            font.pixelSize: 14
+            font.weight: Font.Medium
+            color: "white"
+            Layout.fillWidth: true
+            wrapMode: Text.Wrap
+        }
+        Label {
+            visible: row.detail !== ""
+            text: row.detail
+            font.pixelSize: 13
+            color: Qt.rgba(1, 1, 1, 0.6)
+            Layout.fillWidth: true
+            wrapMode: Text.Wrap
+        }
+    }
+    Switch {
+        id: toggle
+        objectName: row.objectName + "Switch"
+        Layout.leftMargin: 12
+        Accessible.name: row.title
+        onToggled: row.toggled(checked)
+    }
+}

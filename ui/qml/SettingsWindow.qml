@@ -1,0 +1,95 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import QtQuick.Window
+
+// The settings: a fixed 620 × 590 window over the game. Every control writes straight through
+// to the preferences; the privacy policy and acknowledgements open in place.
+Window {
+    id: settings
+
+    required property var preferences
+    // "1.0 (1)"; a dash when the build does not say.
+    property string versionText: "—"
+    // The update server, named by the privacy policy.
+    property string updateHost: ""
+
+    objectName: "settingsWindow"
+    title: qsTr("Settings")
+    width: 620
+    height: 590
+    minimumWidth: 620
+    maximumWidth: 620
+    minimumHeight: 590
+    maximumHeight: 590
+    modality: Qt.WindowModal
+    flags: Qt.Dialog
+    color: "#161b18"
+    visible: preferences.showSettings
+    onVisibleChanged: if (visible) stack.pop(null)
+    onClosing: preferences.showSettings = false
+
+    function close() { preferences.showSettings = false; }
+
+    StackView {
+        id: stack
+        objectName: "settingsStack"
+        anchors.fill: parent
+        // Plain property animations: they run wherever the window is drawn, offscreen too.
+        pushEnter: Transition { NumberAnimation { property: "x"; from: stack.width; to: 0; duration: 220; easing.type: Easing.OutCubic } }
+        pushExit: Transition { NumberAnimation { property: "x"; from: 0; to: -stack.width / 3; duration: 220; easing.type: Easing.OutCubic } }
+        popEnter: Transition { NumberAnimation { property: "x"; from: -stack.width / 3; to: 0; duration: 220; easing.type: Easing.OutCubic } }
+        popExit: Transition { NumberAnimation { property: "x"; from: 0; to: stack.width; duration: 220; easing.type: Easing.OutCubic } }
+        initialItem: SettingsPage {
+            preferences: settings.preferences
+            versionText: settings.versionText
+            onDone: settings.close()
+            onShowPrivacy: stack.push(privacy)
+            onShowAcknowledgements: stack.push(acknowledgements)
+        }
+    }
+
+    Component {
+        id: privacy
+        InfoScreen {
+            objectName: "privacyPolicy"
+            title: qsTr("Privacy Policy")
+            onBack: stack.pop()
+            sections: [
+                { paragraphs: [qsTr("Zelvaine does not collect, transmit, sell, or share personal data.")] },
+                { header: qsTr("Information stored on this device"),
+                  paragraphs: [qsTr("Your current deal, preferences, move statistics, and high score are stored locally so the game can restore your progress. Zelvaine has no accounts, advertising, analytics, or tracking."),
+                               qsTr("This local information is removed when you delete the app. It may be included in device backups managed by the operating system.")] },
+                { header: qsTr("Software updates"),
+                  paragraphs: [qsTr("The desktop version connects to %1 only to check for and download software updates. It does not send an anonymous system profile.")
+                               .arg(settings.updateHost || qsTr("its update server"))] },
+                { header: qsTr("Permissions"),
+                  paragraphs: [qsTr("Zelvaine does not request access to your location, contacts, photos, camera, microphone, or other protected information.")] },
+                { paragraphs: [qsTr("Effective 28 July 2026")], secondary: true }
+            ]
+        }
+    }
+
+    Component {
+        id: acknowledgements
+        InfoScreen {
+            objectName: "acknowledgements"
+            title: qsTr("Acknowledgements")
+            onBack: stack.pop()
+            sections: [
+                { header: qsTr("Playing-card artwork"),
+                  paragraphs: [qsTr("The traditional playing-card faces are rendered from %1, the SVG edition by Letele Motebang of Adrian Kennard’s playing-card designs, released into the public domain under Creative Commons CC0.").arg("letele/playing-cards")],
+                  link: { text: qsTr("View source"), url: "https://github.com/letele/playing-cards" } },
+                { header: qsTr("App icon"),
+                  paragraphs: [qsTr("The Zelvaine icon is drawn for the game and uses traditional suit forms.")] },
+                { header: qsTr("Sound effects"),
+                  paragraphs: [qsTr("Card sounds are synthesised for Zelvaine by its own sound generator; no recordings are used.")] },
+                { header: qsTr("Icons"),
+                  paragraphs: [qsTr("Interface symbols are from Material Design Icons by Pictogrammers, licensed under the Apache License 2.0.")],
+                  link: { text: qsTr("Icon license"), url: "https://github.com/Templarian/MaterialDesign-SVG/blob/master/LICENSE" } },
+                { header: qsTr("Software updates"),
+                  paragraphs: [qsTr("Zelvaine checks for updates with its own update checker, which reads a public release feed and sends nothing about you or your system.")] }
+            ]
+        }
+    }
+}
