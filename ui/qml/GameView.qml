@@ -212,9 +212,13 @@ Item {
     Connections {
         target: view.board
         function onImportingChanged() {
-            if (!view.board.isImportingGame) return;
+            if (!view.board.isImportingGame) {
+                if (openDialog.item) openDialog.item.close();
+                return;
+            }
             openDialog.active = true;
-            openDialog.item.open();
+            if (openDialog.item) openDialog.item.open();
+            else view.board.isImportingGame = false;
         }
     }
     Loader {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Layouts
 import Zelvaine
 
 ApplicationWindow {
@@ -7,6 +8,13 @@ ApplicationWindow {
 
     required property var board
     required property var preferences
+    // The update checker, when the build has one; its menu item stays disabled without it.
+    property var updater: null
+    property string versionText: "—"
+    // Trims the menu bar to the game's commands, as it is once the window is up.
+    property var menuPruner: null
+
+    readonly property bool confirmationPending: board.confirmation !== -1
 
     width: 1280
     height: 860
@@ -16,9 +24,161 @@ ApplicationWindow {
     title: "Zelvaine"
     color: "#08331f"
 
+    menuBar: MenuBar {
+        id: menuBar
+        objectName: "menuBar"
+
+        Menu {
+            title: "Zelvaine"
+            MenuItem {
+                objectName: "aboutItem"
+                text: qsTr("About Zelvaine")
+                onTriggered: about.open()
+            }
+            MenuItem {
+                objectName: "checkForUpdatesItem"
+                text: qsTr("Check for Updates…")
+                enabled: window.updater !== null && window.updater.canCheckForUpdates
+                onTriggered: window.updater.checkForUpdates()
+            }
+            MenuSeparator {}
+            MenuItem {
+                objectName: "preferencesItem"
+                action: Action {
+                    text: qsTr("Preferences…")
+                    shortcut: "Ctrl+,"
+                    enabled: !window.confirmationPending
+                    onTriggered: window.preferences.showSettings = true
+                }
+            }
+            MenuSeparator {}
+            MenuItem {
+                objectName: "quitItem"
+                action: Action {
+                    text: qsTr("Quit Zelvaine")
+                    shortcut: StandardKey.Quit
+                    onTriggered: Qt.quit()
+                }
+            }
+        }
+        Menu {
+            title: qsTr("File")
+            MenuItem {
+                objectName: "openGameMenuItem"
+                action: Action {
+                    text: qsTr("Open Game…")
+                    shortcut: "Ctrl+O"
+                    enabled: !window.confirmationPending
+                    onTriggered: window.board.isImportingGame = true
+                }
+            }
+            MenuItem {
+                objectName: "newGameMenuItem"
+                action: Action {
+                    text: qsTr("New Game")
+                    shortcut: "Ctrl+N"
+                    enabled: !window.confirmationPending
+                    onTriggered: window.board.requestNewGame()
+                }
+            }
+            MenuItem {
+                objectName: "restartGameMenuItem"
+                action: Action {
+                    text: qsTr("Restart Game")
+                    shortcut: "Ctrl+R"
+                    enabled: window.board.hasProgress && !window.confirmationPending
+                    onTriggered: window.board.requestRestart()
+                }
+            }
+        }
+        Menu {
+            title: qsTr("Edit")
+            MenuItem {
+                objectName: "undoMenuItem"
+                action: Action {
+                    text: qsTr("Undo")
+                    shortcut: "Ctrl+Z"
+                    enabled: window.board.canUndo && !window.confirmationPending
+                    onTriggered: window.board.undo()
+                }
+            }
+            MenuItem {
+                objectName: "redoMenuItem"
+                action: Action {
+                    text: qsTr("Redo")
+                    shortcut: "Ctrl+Shift+Z"
+                    enabled: window.board.canRedo && !window.confirmationPending
+                    onTriggered: window.board.redo()
+                }
+            }
+        }
+        Menu {
+            title: qsTr("Help")
+            MenuItem {
+                objectName: "hintMenuItem"
+                action: hintAction
+            }
+        }
+    }
+
+    Action {
+        id: hintAction
+        text: qsTr("Hint")
+        shortcut: "Ctrl+Shift+/"
+        enabled: !window.confirmationPending && !window.board.won
+        onTriggered: window.board.showHint()
+    }
+    // Shift and the slash make a question mark on most keyboards.
+    Shortcut {
+        sequence: "Ctrl+?"
+        enabled: hintAction.enabled
+        onActivated: hintAction.trigger()
+    }
+
     GameView {
         anchors.fill: parent
         board: window.board
         preferences: window.preferences
+        versionText: window.versionText
+        updateHost: window.updater !== null ? window.updater.feedHost : ""
+    }
+
+    Dialog {
+        id: about
+        objectName: "aboutDialog"
+        anchors.centerIn: parent
+        modal: true
+        standardButtons: Dialog.Ok
+        title: qsTr("About Zelvaine")
+        ColumnLayout {
+            spacing: 10
+            Image {
+                source: "qrc:/icons/zelvaine.svg"
+                sourceSize: Qt.size(64, 64)
+                Layout.alignment: Qt.AlignHCenter
+                Accessible.ignored: true
+            }
+            Label {
+                text: "Zelvaine"
+                font.pixelSize: 22
+                font.bold: true
+                Layout.alignment: Qt.AlignHCenter
+            }
+            Label {
+                text: qsTr("Version %1").arg(window.versionText)
+                Layout.alignment: Qt.AlignHCenter
+            }
+            Label {
+                text: qsTr("A two-deck patience game.")
+                Layout.alignment: Qt.AlignHCenter
+            }
+        }
+    }
+
+    // The menu bar is complete once the window shows; trim it then.
+    Timer {
+        interval: 1000
+        running: window.menuPruner !== null
+        onTriggered: window.menuPruner.prune(menuBar)
     }
 }

@@ -1,0 +1,156 @@
+// The application window's menu commands: what each one does, and when it is unavailable.
+
+#include "store/game_confirmation.hpp"
+#include "store/game_preferences.hpp"
+#include "store/game_store.hpp"
+#include "store/in_memory_defaults_store.hpp"
+#include "tests/support/positions.hpp"
+#include "ui/game_board.hpp"
+#include "ui/preferences_model.hpp"
+
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+#include <QTest>
+#include <QtQml/QQmlExtensionPlugin>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
+
+namespace zelvaine {
+namespace {
+
+using testing::card;
+
+class MainWindowTest : public ::testing::Test {
+protected:
+    void open(const GameState& game)
+    {
+        store = std::make_unique<GameStore>(game, defaults, sound);
+        board = std::make_unique<GameBoard>(*store, &preferences);
+        engine = std::make_unique<QQmlApplicationEngine>();
+        engine->addImportPath(QStringLiteral("qrc:/"));
+        engine->setInitialProperties({{"board", QVariant::fromValue(board.get())},
+                                      {"preferences", QVariant::fromValue(&preferencesModel)}});
+        engine->load(QUrl(QStringLiteral("qrc:/Zelvaine/qml/Main.qml")));
+        ASSERT_FALSE(engine->rootObjects().isEmpty());
+        window = qobject_cast<QQuickWindow*>(engine->rootObjects().first());
+        ASSERT_TRUE(window);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    }
+
+    // A menu item's command: its action when it has one.
+    QObject* command(const char* name) const
+    {
+        QObject* item = window->findChild<QObject*>(name);
+        if (!item) return nullptr;
+        auto* action = item->property("action").value<QObject*>();
+        return action ? action : item;
+    }
+    bool enabled(const char* name) const
+    {
+        QObject* found = command(name);
+        EXPECT_TRUE(found) << name;
+        return found && found->property("enabled").toBool();
+    }
+    void trigger(const char* name) const { QMetaObject::invokeMethod(command(name), "trigger"); }
+    void press(QKeySequence keys) const { QTest::keySequence(window, keys); }
+
+    InMemoryDefaultsStore defaults;
+    SilentSoundCues sound;
+    GamePreferences preferences{defaults, sound};
+    PreferencesModel preferencesModel{preferences};
+    std::unique_ptr<GameStore> store;
+    std::unique_ptr<GameBoard> board;
+    std::unique_ptr<QQmlApplicationEngine> engine;
+    QQuickWindow* window = nullptr;
+};
+
+TEST_F(MainWindowTest, RestartUndoAndRedoFollowTheHistory)
+{
+    open(testing::knownDeal());
+    // A fresh deal: nothing to restart, undo or redo.
+    EXPECT_FALSE(enabled("restartGameMenuItem"));
+    EXPECT_FALSE(enabled("undoMenuItem"));
+    EXPECT_FALSE(enabled("redoMenuItem"));
+
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
+    EXPECT_TRUE(enabled("restartGameMenuItem"));
+    EXPECT_TRUE(enabled("undoMenuItem"));
+    EXPECT_FALSE(enabled("redoMenuItem"));
+
+    // Undone back to the start: the position equals the deal's again.
+    press(QKeySequence("Ctrl+Z"));
+    EXPECT_EQ(store->state().moveCount, 0);
+    EXPECT_FALSE(enabled("restartGameMenuItem"));
+    EXPECT_TRUE(enabled("redoMenuItem"));
+    press(QKeySequence("Ctrl+Shift+Z"));
+    EXPECT_EQ(store->state().moveCount, 1);
+    press(QKeySequence("Ctrl+Z"));
+    // A new move clears what could be redone.
+    ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(0)));
+    EXPECT_FALSE(enabled("redoMenuItem"));
+}
+
+TEST_F(MainWindowTest, APendingQuestionLocksTheCommands)
+{
+    open(testing::knownDeal());
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
+    for (const char* name : {"newGameMenuItem", "openGameMenuItem", "preferencesItem", "hintMenuItem", "undoMenuItem"})
+        EXPECT_TRUE(enabled(name)) << name;
+
+    press(QKeySequence("Ctrl+N"));
+    ASSERT_EQ(store->confirmation(), GameConfirmation::newGame);
+    for (const char* name : {"newGameMenuItem", "openGameMenuItem", "restartGameMenuItem", "preferencesItem",
+                             "hintMenuItem", "undoMenuItem"})
+        EXPECT_FALSE(enabled(name)) << name;
+    // A second Ctrl+N changes nothing: the question stays, the game stays.
+    press(QKeySequence("Ctrl+N"));
+    EXPECT_EQ(store->confirmation(), GameConfirmation::newGame);
+    EXPECT_EQ(store->state().moveCount, 1);
+    board->dismissConfirmation();
+    EXPECT_TRUE(enabled("newGameMenuItem"));
+}
+
+TEST_F(MainWindowTest, CommandsReachTheGame)
+{
+    open(testing::knownDeal());
+    press(QKeySequence("Ctrl+Shift+/"));
+    EXPECT_EQ(store->messageKind(), GameMessageKind::hint);
+    trigger("openGameMenuItem");
+    EXPECT_TRUE(store->isImportingGame());
+    store->setIsImportingGame(false);
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
+    press(QKeySequence("Ctrl+R"));
+    EXPECT_EQ(store->confirmation(), GameConfirmation::restartGame);
+    board->dismissConfirmation();
+    press(QKeySequence("Ctrl+,"));
+    EXPECT_TRUE(preferences.showSettings());
+    EXPECT_FALSE(enabled("checkForUpdatesItem")) << "no update checker in this window";
+}
+
+TEST_F(MainWindowTest, HintIsUnavailableOnceTheDealIsWon)
+{
+    GameState almost = testing::emptyBoard();
+    const char* tops[] = {"KC", "KC", "KD", "KD", "KH", "KH", "QS", "KS"};
+    for (std::size_t f = 0; f < 8; ++f) almost.foundations[f] = testing::foundationUpTo(tops[f]);
+    almost.hand[0] = card("KS");
+    open(almost);
+    EXPECT_TRUE(enabled("hintMenuItem"));
+    ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(6)));
+    EXPECT_FALSE(enabled("hintMenuItem"));
+}
+
+} // namespace
+} // namespace zelvaine
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
+    QGuiApplication application(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
