@@ -1,6 +1,7 @@
 // Zelvaine: the store restored or dealt, the preferences, the sound player, then the window.
 
 #include "app/qt_localizer.hpp"
+#include "app/translations.hpp"
 #include "sound/sound_effects.hpp"
 #include "sound/sound_effects_cues.hpp"
 #include "store/game_preferences.hpp"
@@ -59,6 +60,7 @@ int main(int argc, char** argv)
     // For the start-up benchmark: the time from launch to the board's first frame.
     const bool quitAfterFirstFrame = application.arguments().contains(QStringLiteral("--quit-after-first-frame"));
 
+    zelvaine::installTranslations(application);
     zelvaine::QtLocalizer localizer;
     zelvaine::installLocalizer(&localizer);
 
@@ -81,6 +83,15 @@ int main(int argc, char** argv)
             QObject::connect(window, &QQuickWindow::frameSwapped, &application, &QCoreApplication::quit,
                              Qt::QueuedConnection);
         }
+    }
+
+    // A shared game named on the command line (the file manager opens .zelvaine files this way)
+    // asks to be opened like one chosen in the game.
+    const QStringList arguments = application.arguments();
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        if (arguments[i].startsWith(QLatin1String("--"))) continue;
+        board.openGamePath(arguments[i]);
+        break;
     }
 
     // Deferred saves and the database's own writes must reach the disk when the player leaves.

@@ -27,6 +27,14 @@ ApplicationWindow {
     menuBar: MenuBar {
         id: menuBar
         objectName: "menuBar"
+        // Dark like the table, so the window reads as one surface.
+        palette.buttonText: "#eeeee8"
+        palette.windowText: "#eeeee8"
+        background: Rectangle {
+            implicitHeight: 26
+            color: "#141a17"
+            Rectangle { anchors.bottom: parent.bottom; width: parent.width; height: 1; color: Qt.rgba(1, 1, 1, 0.08) }
+        }
 
         Menu {
             title: "Zelvaine"
