@@ -365,6 +365,46 @@ TEST_F(GameViewTest, SharingAndOpeningAGame)
     std::filesystem::remove(file);
 }
 
+TEST_F(GameViewTest, AFileThatCannotBeOpenedSaysWhyAndChangesNothing)
+{
+    ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(0)));
+    const GameState before = store->state();
+    const auto dir = std::filesystem::temp_directory_path() / ("zelvaine-open-" + std::to_string(getpid()));
+    std::filesystem::create_directories(dir);
+    const auto path = [&](const char* name) { return QString::fromStdString((dir / name).string()); };
+
+    // This game, as a newer version of the game would write it.
+    ASSERT_TRUE(board->exportGame(QUrl::fromLocalFile(path("future.zelvaine"))));
+    std::string text;
+    std::getline(std::ifstream(dir / "future.zelvaine"), text, '\0');
+    const auto version = text.find("\"formatVersion\":1");
+    ASSERT_NE(version, std::string::npos);
+    text.replace(version, 17, "\"formatVersion\":2");
+    std::ofstream(dir / "future.zelvaine") << text;
+    std::ofstream(dir / "huge.zelvaine") << std::string(6 * 1024 * 1024, ' ');
+    const std::pair<QString, const char*> failures[] = {
+        {path("missing.zelvaine"), "Zelvaine could not open that game file."},
+        {path("future.zelvaine"), "This game uses unsupported Zelvaine file format version 2."},
+        {path("huge.zelvaine"), "This Zelvaine game file is too large to open."},
+    };
+    for (const auto& [file, notice] : failures) {
+        store->clearMessage();
+        board->openGamePath(file);
+        EXPECT_EQ(board->message().toStdString(), notice) << file.toStdString();
+        EXPECT_EQ(board->messageKind(), 2);
+        EXPECT_EQ(board->confirmation(), -1);
+        EXPECT_EQ(store->state(), before);
+    }
+
+    // While another question is asked, a file arriving is not even read.
+    board->requestNewGame();
+    store->clearMessage();
+    board->openGamePath(path("missing.zelvaine"));
+    EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::newGame));
+    EXPECT_TRUE(board->message().isEmpty());
+    std::filesystem::remove_all(dir);
+}
+
 TEST_F(GameViewTest, ADealCountsAsPlayedWhenShownAndLostWhenReplaced)
 {
     const std::int64_t played = preferences.gamesPlayed();
