@@ -405,6 +405,29 @@ TEST_F(GameViewTest, AFileThatCannotBeOpenedSaysWhyAndChangesNothing)
     std::filesystem::remove_all(dir);
 }
 
+TEST_F(GameViewTest, WithMoveMessagesOffRefusalsAreSilentButHintsShow)
+{
+    QQuickItem* toast = item("gameToast");
+    ASSERT_TRUE(toast);
+    // A refusal, shown while the player wants them.
+    const auto refuseADrop = [this] { dragBetween(centreOf("hand-0"), centreOf("tableau-5-4")); };
+    refuseADrop();
+    ASSERT_EQ(board->messageKind(), 1);
+    EXPECT_FALSE(toast->property("shown").toString().isEmpty());
+
+    preferences.setShowsMoveMessages(false);
+    store->clearMessage();
+    QTest::qWait(500); // the returning preview is gone
+    refuseADrop();
+    EXPECT_TRUE(toast->property("shown").toString().isEmpty());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return board->message().isEmpty(); }, 1000)) << "cleared from the store at once";
+
+    click("hintButton");
+    EXPECT_EQ(board->messageKind(), 0);
+    EXPECT_EQ(toast->property("shown").toString(), board->message());
+    EXPECT_FALSE(board->message().isEmpty());
+}
+
 TEST_F(GameViewTest, ADealCountsAsPlayedWhenShownAndLostWhenReplaced)
 {
     const std::int64_t played = preferences.gamesPlayed();

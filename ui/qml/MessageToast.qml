@@ -20,7 +20,12 @@ Rectangle {
     Accessible.role: Accessible.StaticText
     Accessible.name: qsTr("Game message: %1").arg(shown)
 
-    Behavior on opacity { NumberAnimation { duration: 240; easing.type: Easing.OutCubic } }
+    // It rises into place as it fades in, and sinks as it fades out.
+    Behavior on opacity { NumberAnimation { duration: 320; easing.type: Easing.OutCubic } }
+    transform: Translate {
+        y: toast.shown.length > 0 ? 0 : 18
+        Behavior on y { NumberAnimation { duration: 320; easing.type: Easing.OutCubic } }
+    }
 
     Text {
         id: label
