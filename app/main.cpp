@@ -1,7 +1,10 @@
 // Zelvaine: the store restored or dealt, the preferences, the sound player, then the window.
 
+#include "app/qml_menu.hpp"
 #include "app/qt_localizer.hpp"
 #include "app/translations.hpp"
+#include "app/update_feed.hpp"
+#include "app/updater.hpp"
 #include "sound/sound_effects.hpp"
 #include "sound/sound_effects_cues.hpp"
 #include "store/game_preferences.hpp"
@@ -9,6 +12,7 @@
 #include "store/sqlite_defaults_store.hpp"
 #include "ui/game_board.hpp"
 #include "ui/preferences_model.hpp"
+#include "zelvaine/version.hpp"
 
 #include <QGuiApplication>
 #include <QIcon>
@@ -20,6 +24,7 @@
 #include <QtQml/QQmlExtensionPlugin>
 
 Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
+Q_IMPORT_QML_PLUGIN(ZelvaineShellPlugin)
 
 namespace {
 
@@ -54,6 +59,7 @@ int main(int argc, char** argv)
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName("Zelvaine");
     QGuiApplication::setOrganizationName("Zelvaine");
+    QGuiApplication::setApplicationVersion(QString::fromLatin1(zelvaine::build::version));
     QQuickStyle::setStyle("Fusion");
     QGuiApplication::setPalette(darkPalette());
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/zelvaine.svg")));
@@ -71,18 +77,32 @@ int main(int argc, char** argv)
     const zelvaine::GameCenterService gameCenter; // no game service here: both of its flags stay false
     zelvaine::GameBoard board(store, &preferences);
     zelvaine::PreferencesModel preferencesModel(preferences);
+    // Checks for a newer release when the player asks, and on its own as configured.
+    zelvaine::Updater updater(zelvaine::loadUpdateConfiguration(QStringLiteral(":/update/update.json")), &defaults);
+    updater.startAutomaticChecks();
 
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/"));
     engine.setInitialProperties({{"board", QVariant::fromValue(&board)},
-                                 {"preferences", QVariant::fromValue(&preferencesModel)}});
+                                 {"preferences", QVariant::fromValue(&preferencesModel)},
+                                 {"updater", QVariant::fromValue(&updater)},
+                                 {"versionText", QString::fromLatin1(zelvaine::build::versionText)}});
     engine.load(QUrl(QStringLiteral("qrc:/Zelvaine/qml/Main.qml")));
     if (engine.rootObjects().isEmpty()) return 1;
-    if (quitAfterFirstFrame) {
-        if (auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().first())) {
-            QObject::connect(window, &QQuickWindow::frameSwapped, &application, &QCoreApplication::quit,
-                             Qt::QueuedConnection);
-        }
+    auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().first());
+    if (quitAfterFirstFrame && window) {
+        QObject::connect(window, &QQuickWindow::frameSwapped, &application, &QCoreApplication::quit,
+                         Qt::QueuedConnection);
+    }
+    // The menu bar is complete once the window shows; a second later it is trimmed to the
+    // game's commands, and its menus keep themselves trimmed from then on.
+    if (window) {
+        QObject::connect(
+            window, &QQuickWindow::frameSwapped, window,
+            [window] {
+                QTimer::singleShot(1000, window, [window] { zelvaine::pruneMenuBar(window->property("menuBar").value<QObject*>()); });
+            },
+            Qt::SingleShotConnection);
     }
 
     // A shared game named on the command line (the file manager opens .zelvaine files this way)

@@ -11,8 +11,6 @@ ApplicationWindow {
     // The update checker, when the build has one; its menu item stays disabled without it.
     property var updater: null
     property string versionText: "—"
-    // Trims the menu bar to the game's commands, as it is once the window is up.
-    property var menuPruner: null
 
     readonly property bool confirmationPending: board.confirmation !== -1
 
@@ -183,10 +181,48 @@ ApplicationWindow {
         }
     }
 
-    // The menu bar is complete once the window shows; trim it then.
-    Timer {
-        interval: 1000
-        running: window.menuPruner !== null
-        onTriggered: window.menuPruner.prune(menuBar)
+    // The result of a check the player started (or of a scheduled one that found a release).
+    Connections {
+        target: window.updater
+        ignoreUnknownSignals: true
+        function onResultReady() { updateResult.open(); }
+    }
+    Dialog {
+        id: updateResult
+        objectName: "updateResultDialog"
+        // The checker's states: 2 up to date, 3 a newer release, 4 the check failed.
+        readonly property int state: window.updater !== null ? window.updater.state : 0
+        anchors.centerIn: parent
+        width: Math.min(460, window.width - 40)
+        modal: true
+        title: state === 3 ? qsTr("A new version of Zelvaine is available")
+             : state === 2 ? qsTr("You’re up to date")
+             : qsTr("Zelvaine could not check for updates")
+        Label {
+            width: parent.width
+            wrapMode: Text.Wrap
+            text: updateResult.state === 3
+                  ? qsTr("Zelvaine %1 is available; you have %2.").arg(window.updater.latestVersion).arg(window.versionText)
+                  : updateResult.state === 2 ? qsTr("Zelvaine %1 is the newest version.").arg(window.versionText)
+                  : window.updater !== null ? window.updater.failureReason : ""
+        }
+        footer: DialogButtonBox {
+            Button {
+                visible: updateResult.state === 3
+                text: qsTr("Download")
+                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+                onClicked: Qt.openUrlExternally(window.updater.downloadUrl)
+            }
+            Button {
+                visible: updateResult.state === 3 && window.updater.releaseNotesUrl.toString() !== ""
+                text: qsTr("Release Notes")
+                DialogButtonBox.buttonRole: DialogButtonBox.HelpRole
+                onClicked: Qt.openUrlExternally(window.updater.releaseNotesUrl)
+            }
+            Button {
+                text: updateResult.state === 3 ? qsTr("Later") : qsTr("OK")
+                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+            }
+        }
     }
 }
