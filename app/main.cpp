@@ -78,7 +78,13 @@ int main(int argc, char** argv)
     zelvaine::GameBoard board(store, &preferences);
     zelvaine::PreferencesModel preferencesModel(preferences);
     // Checks for a newer release when the player asks, and on its own as configured.
-    zelvaine::Updater updater(zelvaine::loadUpdateConfiguration(QStringLiteral(":/update/update.json")), &defaults);
+    // A packager (or a test) may point the checker elsewhere with --update-configuration=FILE.
+    QString updateConfiguration = QStringLiteral(":/update/update.json");
+    for (const QString& argument : application.arguments()) {
+        if (argument.startsWith(QLatin1String("--update-configuration=")))
+            updateConfiguration = argument.section(QLatin1Char('='), 1);
+    }
+    zelvaine::Updater updater(zelvaine::loadUpdateConfiguration(updateConfiguration), &defaults);
     updater.startAutomaticChecks();
 
     QQmlApplicationEngine engine;

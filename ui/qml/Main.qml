@@ -14,6 +14,20 @@ ApplicationWindow {
 
     readonly property bool confirmationPending: board.confirmation !== -1
 
+    // Menus, dialogs and sheets follow the dark table.
+    palette.window: "#1f2623"
+    palette.base: "#151b18"
+    palette.alternateBase: "#1f2623"
+    palette.text: "#eeeee8"
+    palette.windowText: "#eeeee8"
+    palette.buttonText: "#eeeee8"
+    palette.button: "#2b3530"
+    palette.highlight: "#d9b441"
+    palette.highlightedText: "#101010"
+    palette.light: "#3a4640"
+    palette.mid: "#2b3530"
+    palette.dark: "#0f1412"
+
     width: 1280
     height: 860
     minimumWidth: 720
