@@ -20,6 +20,13 @@ Window {
     color: "#1b211e"
     visible: board.showRules
     onClosing: board.showRules = false
+    // Centred over the game window, whatever the window manager does with dialogs.
+    function centreOverParent() {
+        if (!transientParent) return;
+        x = transientParent.x + (transientParent.width - width) / 2;
+        y = transientParent.y + Math.max(0, (transientParent.height - height) / 3);
+    }
+    onVisibleChanged: if (visible) centreOverParent()
 
     readonly property var sections: [
         { title: qsTr("Set up & goal"), icon: "rules-crown",

@@ -21,6 +21,7 @@ RowLayout {
 
     Image {
         Layout.preferredWidth: 30
+        Layout.alignment: Qt.AlignVCenter
         source: "qrc:/icons/mdi/" + row.icon + ".svg"
         sourceSize: Qt.size(21, 21)
         fillMode: Image.Pad
@@ -34,8 +35,6 @@ RowLayout {
             font.pixelSize: 14
             font.weight: Font.Medium
             color: "white"
-            Layout.fillWidth: true
-            wrapMode: Text.Wrap
         }
         Label {
             visible: row.detail !== ""
@@ -46,10 +45,11 @@ RowLayout {
             wrapMode: Text.Wrap
         }
     }
+    Item { Layout.fillWidth: true }
     Switch {
         id: toggle
         objectName: row.objectName + "Switch"
-        Layout.leftMargin: 12
+        Layout.alignment: Qt.AlignVCenter
         Accessible.name: row.title
         onToggled: row.toggled(checked)
     }

@@ -26,7 +26,17 @@ Window {
     flags: Qt.Dialog
     color: "#161b18"
     visible: preferences.showSettings
-    onVisibleChanged: if (visible) stack.pop(null)
+    // Centred over the game window, whatever the window manager does with dialogs.
+    function centreOverParent() {
+        if (!transientParent) return;
+        x = transientParent.x + (transientParent.width - width) / 2;
+        y = transientParent.y + Math.max(0, (transientParent.height - height) / 3);
+    }
+    onVisibleChanged: {
+        if (!visible) return;
+        stack.pop(null);
+        centreOverParent();
+    }
     onClosing: preferences.showSettings = false
 
     function close() { preferences.showSettings = false; }
