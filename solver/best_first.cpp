@@ -12,7 +12,7 @@ namespace {
 // Each line costs this much per move, so that among equally promising positions the one reached
 // sooner is taken first; it keeps the lines short and the search from wandering. Lower values
 // make the search greedier and, with this evaluation, slower to find wins.
-constexpr int costPerMove = 4;
+constexpr int costPerMove = 5;
 
 struct Node {
     std::uint32_t parent;
@@ -65,13 +65,36 @@ SearchOutcome bestFirst(const SolverPosition& start, MoveSet moveSet, const Sear
         for (; node != 0; node = nodes[node].parent) path.push_back(nodes[node].step);
         std::ranges::reverse(path);
     };
+    // The position stays where the last expansion left it; the next one is reached through
+    // their last common ancestor, usually a few moves away, rather than from the start.
+    std::uint32_t here = 0;
+    auto moveTo = [&](std::uint32_t target) {
+        path.clear();
+        std::uint32_t from = here;
+        std::uint32_t to = target;
+        while (nodes[from].depth > nodes[to].depth) {
+            position.undo(nodes[from].step);
+            from = nodes[from].parent;
+        }
+        while (nodes[to].depth > nodes[from].depth) {
+            path.push_back(nodes[to].step);
+            to = nodes[to].parent;
+        }
+        while (from != to) {
+            position.undo(nodes[from].step);
+            from = nodes[from].parent;
+            path.push_back(nodes[to].step);
+            to = nodes[to].parent;
+        }
+        for (auto step = path.rbegin(); step != path.rend(); ++step) position.apply(*step);
+        here = target;
+    };
 
     while (!queue.empty()) {
         if (stop.stop_requested()) return outcome;
         const std::uint32_t current = queue.top().node;
         queue.pop();
-        pathTo(current);
-        for (const Step& step : path) position.apply(step);
+        moveTo(current);
         position.generateMoves(moves, moveSet);
         for (const Step& step : moves) {
             position.apply(step);
@@ -95,7 +118,6 @@ SearchOutcome bestFirst(const SolverPosition& start, MoveSet moveSet, const Sear
             }
             position.undo(step);
         }
-        for (auto step = path.rbegin(); step != path.rend(); ++step) position.undo(*step);
     }
     outcome.exhausted = !cut;
     return outcome;

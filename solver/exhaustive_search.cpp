@@ -16,7 +16,7 @@ struct Frame {
 };
 
 // The share of the memory budget kept for the current line; the table gets the rest.
-constexpr std::size_t lineShare = 16;
+constexpr std::size_t lineShare = 4;
 
 } // namespace
 

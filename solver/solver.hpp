@@ -31,13 +31,13 @@ struct SolverOptions {
     std::size_t memoryBudget = std::size_t{64} << 20;
     // Longest line the search follows. A position cut off here makes the search incomplete, so
     // it can then no longer answer "unwinnable".
-    std::size_t maxDepth = 4000;
+    std::size_t maxDepth = 100000;
 };
 
 // Settings for a verdict on nearly every deal, at the cost of up to about a minute (on one core
 // of a 2020s desktop) and 512 MB on a hard one.
 inline constexpr SolverOptions exactOptions{
-    .positionBudget = 18'000'000, .memoryBudget = std::size_t{512} << 20, .maxDepth = 20000};
+    .positionBudget = 18'000'000, .memoryBudget = std::size_t{512} << 20, .maxDepth = 100000};
 
 struct SolveResult {
     Verdict verdict = Verdict::unknown;

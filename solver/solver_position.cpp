@@ -327,9 +327,11 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
 int SolverPosition::evaluate() const
 {
     // A lower bound of sorts: every card out needs a move home, and every run lying on a card
-    // of lower rank needs at least one move away first. Free places are what makes moves possible.
+    // of lower rank needs at least one move away first. The cards the foundations wait for had
+    // better be near the surface, and free places are what makes moves possible.
     constexpr int perCardOut = 10;
     constexpr int perBlockingRun = 6;
+    constexpr int perNeededDepth = 2;
     constexpr int perEmptyColumn = 8;
     constexpr int perFreeSlot = 3;
     int out = 0;
@@ -357,6 +359,24 @@ int SolverPosition::evaluate() const
         } else {
             ++out;
         }
+    }
+    // How many cards cover the nearer copy of each card a started foundation waits for.
+    constexpr std::uint8_t nowhere = 0xFF;
+    std::array<std::uint8_t, 52> covering;
+    covering.fill(nowhere);
+    for (const auto& column : columns_) {
+        for (std::size_t p = 0; p < column.size(); ++p) {
+            auto& cards = covering[column[p]];
+            cards = std::min(cards, static_cast<std::uint8_t>(column.size() - 1 - p));
+        }
+    }
+    for (const CardCode code : hand_) {
+        if (code != noCard) covering[code] = 0;
+    }
+    for (std::size_t f = 0; f < foundationCount; ++f) {
+        if (height_[f] == 0 || height_[f] == 13) continue;
+        const std::uint8_t cards = covering[cardCode(static_cast<Suit>(suit_[f]), static_cast<Rank>(height_[f] + 1))];
+        if (cards != nowhere) score -= perNeededDepth * cards;
     }
     return score - perCardOut * out - perBlockingRun * blockers;
 }
