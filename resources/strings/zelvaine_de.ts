@@ -119,6 +119,105 @@
     </message>
 </context>
 <context>
+    <name>Main</name>
+    <message>
+        <source>About Zelvaine</source>
+        <translation>Über Zelvaine</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Nach Updates suchen…</translation>
+    </message>
+    <message>
+        <source>Preferences…</source>
+        <translation>Einstellungen…</translation>
+    </message>
+    <message>
+        <source>Quit Zelvaine</source>
+        <translation>Zelvaine beenden</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Open Game…</source>
+        <translation>Spiel öffnen…</translation>
+    </message>
+    <message>
+        <source>New Game</source>
+        <translation>Neues Spiel</translation>
+    </message>
+    <message>
+        <source>Restart Game</source>
+        <translation>Spiel neu starten</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Hint</source>
+        <translation>Tipp</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>A two-deck patience game.</source>
+        <translation>Eine Patience mit zwei Kartenspielen.</translation>
+    </message>
+    <message>
+        <source>A new version of Zelvaine is available</source>
+        <translation>Eine neue Version von Zelvaine ist verfügbar</translation>
+    </message>
+    <message>
+        <source>You’re up to date</source>
+        <translation>Du bist auf dem neuesten Stand</translation>
+    </message>
+    <message>
+        <source>Zelvaine could not check for updates</source>
+        <translation>Zelvaine konnte nicht nach Updates suchen</translation>
+    </message>
+    <message>
+        <source>Zelvaine %1 is available; you have %2.</source>
+        <translation>Zelvaine %1 ist verfügbar; du hast %2.</translation>
+    </message>
+    <message>
+        <source>Zelvaine %1 is the newest version.</source>
+        <translation>Zelvaine %1 ist die neueste Version.</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Herunterladen</translation>
+    </message>
+    <message>
+        <source>Release Notes</source>
+        <translation>Versionshinweise</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
     <name>MessageToast</name>
     <message>
         <source>Game message: %1</source>
@@ -895,12 +994,12 @@
         <translation>Die Identität des Update-Servers %1 konnte nicht bestätigt werden.</translation>
     </message>
     <message>
-        <source>The update server %1 redirected too often or to an address that is not allowed.</source>
-        <translation>Der Update-Server %1 hat zu oft oder auf eine nicht erlaubte Adresse umgeleitet.</translation>
-    </message>
-    <message>
         <source>The update check failed: %1</source>
         <translation>Die Update-Prüfung ist fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>The update server redirected without saying where to.</source>
+        <translation>Der Update-Server hat umgeleitet, ohne ein Ziel zu nennen.</translation>
     </message>
 </context>
 </TS>

@@ -2,14 +2,16 @@
 
 #include "app/qt_localizer.hpp"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
-    QCoreApplication application(argc, argv);
+    // The settings page is a Qt Quick item; no screen is needed to read its texts.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication application(argc, argv);
     const zelvaine::QtLocalizer localizer;
     zelvaine::installLocalizer(&localizer);
     const int status = RUN_ALL_TESTS();

@@ -7,23 +7,34 @@
 #include "engine/localizer.hpp"
 #include "engine/move_rules.hpp"
 #include "store/game_confirmation.hpp"
+#include "store/game_preferences.hpp"
+#include "store/in_memory_defaults_store.hpp"
+#include "store/sound_cues.hpp"
 #include "tests/support/positions.hpp"
 #include "ui/celebration.hpp"
+#include "ui/preferences_model.hpp"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QRegularExpression>
 #include <QTranslator>
 #include <QXmlStreamReader>
 
+#include <QtQml/QQmlExtensionPlugin>
+
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <set>
 #include <string>
 #include <variant>
 #include <vector>
+
+Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
 
 namespace zelvaine {
 namespace {
@@ -99,10 +110,28 @@ TEST_F(German, HintsNameTheCardAndWhereItGoes)
     EXPECT_EQ(findHint(state).text, "Nimm die unterste Karte einer Spalte in die Hand.");
 }
 
-TEST_F(German, StatisticsTileGroupsDigitsTheGermanWay)
+// The real settings page: its words come from its own QML context, its counts from the locale.
+TEST_F(German, StatisticsTilesGroupDigitsTheGermanWay)
 {
-    EXPECT_EQ(QLocale().toString(12345), QStringLiteral("12.345"));
-    EXPECT_EQ(QCoreApplication::translate("SettingsPage", "%1 moves").arg(1234), QStringLiteral("1234 Züge"));
+    InMemoryDefaultsStore defaults;
+    defaults.set(preferenceKeys::gamesPlayed, std::int64_t{12345});
+    defaults.set(preferenceKeys::highScore, std::int64_t{1234});
+    SilentSoundCues sound;
+    GamePreferences preferences(defaults, sound);
+    PreferencesModel model(preferences);
+
+    QQmlEngine engine;
+    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Zelvaine/qml/SettingsPage.qml")));
+    std::unique_ptr<QObject> page(component.createWithInitialProperties({{"preferences", QVariant::fromValue(&model)}}));
+    ASSERT_TRUE(page) << component.errorString().toStdString();
+
+    const QObject* played = page->findChild<QObject*>(QStringLiteral("gamesPlayed"));
+    const QObject* best = page->findChild<QObject*>(QStringLiteral("bestGame"));
+    ASSERT_TRUE(played && best);
+    EXPECT_EQ(played->property("title").toString(), QStringLiteral("Gespielte Spiele"));
+    EXPECT_EQ(played->property("value").toString(), QStringLiteral("12.345"));
+    // A move count is not a quantity to group.
+    EXPECT_EQ(best->property("value").toString(), QStringLiteral("1234 Züge"));
     EXPECT_EQ(completionSummary(212), "Du hast alle acht Ablagestapel in 212 Zügen gebaut.");
 }
 
