@@ -43,7 +43,10 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
 {
     const auto start = SolverPosition::from(state);
     if (!start) return {};
-    SearchLimits limits{options.positionBudget / 2, options.memoryBudget, options.maxDepth};
+    // Most deals are won, so the quick search gets most of the budget; a deal it cannot win
+    // without moves back from the foundations is usually one whose smaller space it runs out of
+    // early, which leaves the rest to the complete search.
+    SearchLimits limits{options.positionBudget / 4 * 3, options.memoryBudget, options.maxDepth};
     const SearchOutcome quick = bestFirst(*start, MoveSet::withoutReturns, limits, stop);
     if (quick.won) return {Verdict::winnable, movesOf(quick.line), quick.positions};
 

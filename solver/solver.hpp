@@ -50,7 +50,7 @@ struct SolveResult {
 // The reason the solver cannot read `state` (see SolverPosition::from), or none.
 std::optional<std::string> unsolvableReason(const GameState& state);
 
-// First a best-first search without moves back from the foundations, with half the budget: it
+// First a best-first search without moves back from the foundations, with 3/4 of the budget: it
 // finds most wins quickly and with short lines. Then, unless it won, a depth-first search over
 // every legal move with what is left, which is complete: when it runs out of positions without
 // a cut, the deal cannot be won. Positions that differ only by symmetries of the rules count
