@@ -64,10 +64,27 @@ Item {
                 objectName: "playAgain"
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: qsTr("Play Again")
-                highlighted: true
-                palette.button: "#f5c542"
-                palette.buttonText: "black"
+                topPadding: 10
+                bottomPadding: 10
+                leftPadding: 28
+                rightPadding: 28
+                font.pixelSize: 16
+                font.weight: Font.DemiBold
                 onClicked: overlay.board.newGame()
+                // Prominent: the one thing to do next.
+                contentItem: Text {
+                    text: parent.text
+                    font: parent.font
+                    color: "black"
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                }
+                background: Rectangle {
+                    radius: 10
+                    color: parent.down ? "#d9a92e" : parent.hovered ? "#ffd45c" : "#f5c542"
+                    border.width: parent.visualFocus ? 2 : 0
+                    border.color: "white"
+                }
             }
         }
     }
