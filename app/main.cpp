@@ -120,13 +120,20 @@ int main(int argc, char** argv)
         break;
     }
 
-    // Deferred saves and the database's own writes must reach the disk when the player leaves.
-    QObject::connect(&application, &QGuiApplication::applicationStateChanged, [&](Qt::ApplicationState state) {
-        if (state != Qt::ApplicationActive) {
-            store.flushDeferredPersistence();
-            defaults.flush();
-        }
+    // Deferred saves and the database's own writes must reach the disk when the player leaves:
+    // the application goes inactive, or the game window is hidden or minimised.
+    const auto flush = [&] {
+        store.flushDeferredPersistence();
+        defaults.flush();
+    };
+    QObject::connect(&application, &QGuiApplication::applicationStateChanged, [flush](Qt::ApplicationState state) {
+        if (state != Qt::ApplicationActive) flush();
     });
+    if (window) {
+        QObject::connect(window, &QWindow::visibilityChanged, [flush](QWindow::Visibility visibility) {
+            if (visibility == QWindow::Hidden || visibility == QWindow::Minimized) flush();
+        });
+    }
     const int status = QGuiApplication::exec();
     store.flushDeferredPersistence();
     defaults.flush();
