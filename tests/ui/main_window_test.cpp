@@ -1,5 +1,6 @@
 // The application window's menu commands: what each one does, and when it is unavailable.
 
+#include "app/qml_menu.hpp"
 #include "store/game_confirmation.hpp"
 #include "store/game_preferences.hpp"
 #include "store/game_store.hpp"
@@ -142,6 +143,22 @@ TEST_F(MainWindowTest, HintIsUnavailableOnceTheDealIsWon)
     EXPECT_TRUE(enabled("hintMenuItem"));
     ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(6)));
     EXPECT_FALSE(enabled("hintMenuItem"));
+}
+
+TEST_F(MainWindowTest, TrimmingTheMenuBarKeepsEveryCommand)
+{
+    open(testing::knownDeal());
+    QObject* bar = window->property("menuBar").value<QObject*>();
+    ASSERT_TRUE(bar);
+    pruneMenuBar(bar);
+    QCoreApplication::processEvents();
+    for (const char* name : {"aboutItem", "checkForUpdatesItem", "preferencesItem", "quitItem", "openGameMenuItem",
+                             "newGameMenuItem", "restartGameMenuItem", "undoMenuItem", "redoMenuItem", "hintMenuItem"})
+        EXPECT_TRUE(window->findChild<QObject*>(name)) << name;
+    EXPECT_EQ(bar->property("count").toInt(), 4);
+    // The commands still act after the trim.
+    press(QKeySequence("Ctrl+Shift+/"));
+    EXPECT_EQ(store->messageKind(), GameMessageKind::hint);
 }
 
 } // namespace
