@@ -1,5 +1,7 @@
 #include "app/update_feed.hpp"
 
+#include <QCoreApplication>
+
 #include <QFile>
 #include <QHostAddress>
 #include <QJsonDocument>
@@ -100,13 +102,13 @@ FeedReading readFeed(const QByteArray& data)
     // A feed has no use for a document type; refusing it keeps entity tricks out altogether.
     while (!xml.atEnd() && xml.tokenType() != QXmlStreamReader::StartElement) {
         if (xml.readNext() == QXmlStreamReader::DTD)
-            return {std::nullopt, QStringLiteral("The update feed declares a document type, which is not accepted.")};
+            return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update feed declares a document type, which is not accepted.")};
     }
     if (xml.tokenType() != QXmlStreamReader::StartElement) {
-        return {std::nullopt, data.trimmed().isEmpty() ? QStringLiteral("The update server sent an empty answer.")
-                                                       : QStringLiteral("The update feed is not valid XML.")};
+        return {std::nullopt, data.trimmed().isEmpty() ? QCoreApplication::translate("UpdateFeed", "The update server sent an empty answer.")
+                                                       : QCoreApplication::translate("UpdateFeed", "The update feed is not valid XML.")};
     }
-    if (xml.name() != QLatin1String("rss")) return {std::nullopt, QStringLiteral("The update server did not send a release feed.")};
+    if (xml.name() != QLatin1String("rss")) return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update server did not send a release feed.")};
 
     int items = 0;
     std::optional<FeedRelease> newest;
@@ -126,25 +128,25 @@ FeedReading readFeed(const QByteArray& data)
         }
     }
     if (xml.hasError())
-        return {std::nullopt, QStringLiteral("The update feed is damaged (line %1: %2).").arg(xml.lineNumber()).arg(xml.errorString())};
-    if (items == 0) return {std::nullopt, QStringLiteral("The update feed lists no releases.")};
-    if (!newest) return {std::nullopt, QStringLiteral("The update feed lists no release with a readable version and address.")};
+        return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update feed is damaged (line %1: %2).").arg(xml.lineNumber()).arg(xml.errorString())};
+    if (items == 0) return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update feed lists no releases.")};
+    if (!newest) return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update feed lists no release with a readable version and address.")};
     return {std::move(newest), {}};
 }
 
 std::optional<QString> addressRefusal(const QUrl& url)
 {
-    if (!url.isValid() || url.host().isEmpty()) return QStringLiteral("The address \"%1\" is not valid.").arg(url.toString());
+    if (!url.isValid() || url.host().isEmpty()) return QCoreApplication::translate("UpdateFeed", "The address \"%1\" is not valid.").arg(url.toString());
     const auto scheme = url.scheme().toLower();
     if (scheme == QLatin1String("https")) return std::nullopt;
     if (scheme == QLatin1String("http") && isLoopback(url.host())) return std::nullopt;
-    return QStringLiteral("Updates are only fetched over HTTPS; \"%1\" was refused.").arg(url.toString());
+    return QCoreApplication::translate("UpdateFeed", "Updates are only fetched over HTTPS; \"%1\" was refused.").arg(url.toString());
 }
 
 UpdateConfigurationReading readUpdateConfiguration(const QByteArray& json)
 {
     const auto damaged = [](const QString& why) {
-        return UpdateConfigurationReading{std::nullopt, QStringLiteral("The update configuration is damaged: %1").arg(why)};
+        return UpdateConfigurationReading{std::nullopt, QCoreApplication::translate("UpdateFeed", "The update configuration is damaged: %1").arg(why)};
     };
     QJsonParseError error{};
     const auto document = QJsonDocument::fromJson(json, &error);
@@ -177,7 +179,7 @@ UpdateConfigurationReading loadUpdateConfiguration(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return {std::nullopt, QStringLiteral("The update configuration %1 could not be read.").arg(path)};
+        return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update configuration %1 could not be read.").arg(path)};
     // The file is a few lines; anything much larger is not ours.
     return readUpdateConfiguration(file.read(64 * 1024));
 }

@@ -535,6 +535,53 @@
     </message>
 </context>
 <context>
+    <name>UpdateFeed</name>
+    <message>
+        <source>The update feed declares a document type, which is not accepted.</source>
+        <translation>Der Update-Feed deklariert einen Dokumenttyp; das wird nicht angenommen.</translation>
+    </message>
+    <message>
+        <source>The update server sent an empty answer.</source>
+        <translation>Der Update-Server hat eine leere Antwort geschickt.</translation>
+    </message>
+    <message>
+        <source>The update feed is not valid XML.</source>
+        <translation>Der Update-Feed ist kein gültiges XML.</translation>
+    </message>
+    <message>
+        <source>The update server did not send a release feed.</source>
+        <translation>Der Update-Server hat keinen Versions-Feed geschickt.</translation>
+    </message>
+    <message>
+        <source>The update feed is damaged (line %1: %2).</source>
+        <translation>Der Update-Feed ist beschädigt (Zeile %1: %2).</translation>
+    </message>
+    <message>
+        <source>The update feed lists no releases.</source>
+        <translation>Der Update-Feed nennt keine Versionen.</translation>
+    </message>
+    <message>
+        <source>The update feed lists no release with a readable version and address.</source>
+        <translation>Der Update-Feed nennt keine Version mit lesbarer Nummer und Adresse.</translation>
+    </message>
+    <message>
+        <source>The address &quot;%1&quot; is not valid.</source>
+        <translation>Die Adresse „%1“ ist ungültig.</translation>
+    </message>
+    <message>
+        <source>Updates are only fetched over HTTPS; &quot;%1&quot; was refused.</source>
+        <translation>Updates werden nur über HTTPS geladen; „%1“ wurde abgelehnt.</translation>
+    </message>
+    <message>
+        <source>The update configuration is damaged: %1</source>
+        <translation>Die Update-Konfiguration ist beschädigt: %1</translation>
+    </message>
+    <message>
+        <source>The update configuration %1 could not be read.</source>
+        <translation>Die Update-Konfiguration %1 konnte nicht gelesen werden.</translation>
+    </message>
+</context>
+<context>
     <name>WinOverlay</name>
     <message>
         <source>Zelvaine Complete</source>
