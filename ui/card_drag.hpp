@@ -56,7 +56,6 @@ public:
     const std::optional<ActiveCardDrag>& activeDrag() const { return drag_; }
     // The centre of the top dragged card.
     Point location() const { return location_; }
-    void setLocation(Point location) { location_ = location; }
 
 private:
     Point centreFor(Point pointer) const;

@@ -2,20 +2,12 @@
 
 #include "ui/card_face.hpp"
 #include "ui/drag_motion.hpp"
+#include "ui/place_kind.hpp"
 
 #include <cmath>
 
 namespace zelvaine {
 namespace {
-
-MoveSource sourceOf(int kind, int index, int cardIndex)
-{
-    switch (kind) {
-    case 1: return MoveSource::hand(index);
-    case 2: return MoveSource::foundation(index);
-    default: return MoveSource::tableau(index, cardIndex);
-    }
-}
 
 Point toPoint(QPointF point) { return {point.x(), point.y()}; }
 QPointF toQPoint(Point point) { return {point.x, point.y}; }
@@ -58,13 +50,7 @@ void CardDragController::setBoardItem(QQuickItem* item)
 
 int CardDragController::sourceKind() const
 {
-    if (!session_.activeDrag()) return -1;
-    switch (session_.activeDrag()->source.kind) {
-    case MoveSource::Kind::tableau: return 0;
-    case MoveSource::Kind::hand: return 1;
-    case MoveSource::Kind::foundation: return 2;
-    }
-    return -1;
+    return session_.activeDrag() ? placeKind(session_.activeDrag()->source.kind) : -1;
 }
 
 int CardDragController::sourceIndex() const
@@ -79,9 +65,7 @@ int CardDragController::sourceCardIndex() const
 
 void CardDragController::registerTarget(int kind, int index, QQuickItem* item)
 {
-    const MoveDestination destination = kind == 1   ? MoveDestination::hand(index)
-                                        : kind == 2 ? MoveDestination::foundation(index)
-                                                    : MoveDestination::tableau(index);
+    const MoveDestination destination = placeDestination(kind, index);
     // The arrangement's places are remade when the window turns; the newest item reports.
     targets_.removeIf([&](const Target& target) { return target.destination == destination || !target.item; });
     if (item) targets_.append({destination, item});
@@ -114,7 +98,7 @@ void CardDragController::handleDragChanged(int kind, int index, int cardIndex, Q
 {
     if (!board_) return;
     if (!active()) refreshFrames();
-    const auto change = session_.change(board_->store(), frames_, sourceOf(kind, index, cardIndex),
+    const auto change = session_.change(board_->store(), frames_, placeSource(kind, index, cardIndex),
                                         toPoint(location), toPoint(startLocation), cardWidth);
     if (change == CardDragSession::Change::ignored) return;
     // A returning preview that the player grabs again follows the pointer at once.
@@ -130,7 +114,7 @@ void CardDragController::handleDragEnded(int kind, int index, int cardIndex, QPo
 {
     if (!board_) return;
     refreshFrames();
-    const auto end = session_.end(board_->store(), frames_, sourceOf(kind, index, cardIndex), toPoint(location));
+    const auto end = session_.end(board_->store(), frames_, placeSource(kind, index, cardIndex), toPoint(location));
     switch (end.kind) {
     case CardDragSession::End::Kind::none: return;
     case CardDragSession::End::Kind::committed:

@@ -65,8 +65,6 @@ public:
     int fly(const MoveSource& source, std::int64_t foundationIndex, const PlayingCard& card);
     void land();
 
-    const DropFrameCache& frames() const { return frames_; }
-
 signals:
     void boardChanged();
     void boardItemChanged();

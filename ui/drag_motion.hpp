@@ -5,8 +5,6 @@ namespace zelvaine {
 // A refused drop springs back (mass 1, stiffness 310, damping 22) for this long; then the
 // preview goes.
 inline constexpr double dropReturnSeconds = 0.42;
-// A committed drop's preview settles this long.
-inline constexpr double dropSettleSeconds = 0.12;
 
 // How far along a released spring is after `seconds`, from 0 to 1 with a little overshoot.
 double dropReturnProgress(double seconds);

@@ -23,7 +23,6 @@ public:
     using Frames = std::unordered_map<MoveDestination, Rect>;
 
     void report(const MoveDestination& destination, const Rect& frame) { frames_[destination] = frame; }
-    void forget(const MoveDestination& destination) { frames_.erase(destination); }
     std::optional<Rect> frame(const MoveDestination& destination) const;
     const Frames& frames() const { return frames_; }
 

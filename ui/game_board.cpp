@@ -6,6 +6,7 @@
 
 #include "ui/card_drag_controller.hpp"
 #include "ui/celebration.hpp"
+#include "ui/place_kind.hpp"
 
 #include <QDateTime>
 #include <QSaveFile>
@@ -14,18 +15,6 @@
 #include <limits>
 
 namespace zelvaine {
-namespace {
-
-MoveSource sourceOf(int kind, int index, int cardIndex)
-{
-    switch (kind) {
-    case 1: return MoveSource::hand(index);
-    case 2: return MoveSource::foundation(index);
-    default: return MoveSource::tableau(index, cardIndex);
-    }
-}
-
-} // namespace
 
 GameBoard::GameBoard(GameStore& store, GamePreferences* statistics, QObject* parent)
     : QObject(parent), store_(store), statistics_(statistics)
@@ -362,27 +351,27 @@ void GameBoard::hideFocus()
 
 bool GameBoard::canMoveToAnyFoundation(int kind, int index, int cardIndex) const
 {
-    return store_.canMoveToAnyFoundation(sourceOf(kind, index, cardIndex));
+    return store_.canMoveToAnyFoundation(placeSource(kind, index, cardIndex));
 }
 
 bool GameBoard::canMoveToHand(int kind, int index, int cardIndex) const
 {
-    return store_.canMove(sourceOf(kind, index, cardIndex), MoveDestination::hand());
+    return store_.canMove(placeSource(kind, index, cardIndex), MoveDestination::hand());
 }
 
 void GameBoard::moveToFoundation(int kind, int index, int cardIndex)
 {
-    store_.moveToFoundation(sourceOf(kind, index, cardIndex));
+    store_.moveToFoundation(placeSource(kind, index, cardIndex));
 }
 
 void GameBoard::moveToHand(int kind, int index, int cardIndex)
 {
-    store_.move(sourceOf(kind, index, cardIndex), MoveDestination::hand());
+    store_.move(placeSource(kind, index, cardIndex), MoveDestination::hand());
 }
 
 void GameBoard::moveToColumn(int kind, int index, int cardIndex, int column)
 {
-    store_.move(sourceOf(kind, index, cardIndex), MoveDestination::tableau(column));
+    store_.move(placeSource(kind, index, cardIndex), MoveDestination::tableau(column));
 }
 
 } // namespace zelvaine

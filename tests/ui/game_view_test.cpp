@@ -21,7 +21,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <fstream>
 #include <unistd.h>
 #include <memory>
@@ -37,6 +36,16 @@ using testing::cards;
 using testing::knownDeal;
 
 // Counts the writes of the saved game, so that a test can tell how often the game was saved.
+// Delegates made by repeaters are found through the item tree, not the object tree.
+QQuickItem* findItem(QQuickItem* root, const QString& name)
+{
+    if (root->objectName() == name) return root;
+    for (QQuickItem* child : root->childItems()) {
+        if (QQuickItem* found = findItem(child, name)) return found;
+    }
+    return nullptr;
+}
+
 class CountingDefaultsStore final : public DefaultsStore {
 public:
     std::optional<DefaultsValue> value(std::string_view key) const override { return inner_.value(key); }
@@ -90,16 +99,7 @@ protected:
 
     }
 
-    // Delegates made by repeaters are found through the item tree, not the object tree.
-    QQuickItem* item(const QString& name) const { return find(view.get(), name); }
-    static QQuickItem* find(QQuickItem* root, const QString& name)
-    {
-        if (root->objectName() == name) return root;
-        for (QQuickItem* child : root->childItems()) {
-            if (QQuickItem* found = find(child, name)) return found;
-        }
-        return nullptr;
-    }
+    QQuickItem* item(const QString& name) const { return findItem(view.get(), name); }
 
     void click(const QString& name, QPointF at = {-1, -1})
     {
@@ -241,7 +241,7 @@ TEST_F(GameViewTest, TheContextMenuPlaysByName)
     // Menus live in the window's overlay, beside the board.
     auto menuItem = [&](const QString& name) -> QQuickItem* {
         QQuickItem* root = window->contentItem()->parentItem() ? window->contentItem()->parentItem() : window->contentItem();
-        QQuickItem* found = find(root, name);
+        QQuickItem* found = findItem(root, name);
         return found && found->isVisible() ? found : nullptr;
     };
     auto choose = [&](const QString& name) {
@@ -529,7 +529,7 @@ TEST_F(GameViewTest, ConfirmationsAreAskedOverTheBoard)
     board->requestRestart();
     QTest::qWait(100);
     QQuickItem* root = window->contentItem()->parentItem() ? window->contentItem()->parentItem() : window->contentItem();
-    QQuickItem* confirm = find(root, "confirmationConfirm");
+    QQuickItem* confirm = findItem(root, "confirmationConfirm");
     ASSERT_TRUE(confirm);
     ASSERT_TRUE(confirm->isVisible());
     QTest::mouseClick(window.get(), Qt::LeftButton, {}, confirm->mapToScene(QPointF(confirm->width() / 2, confirm->height() / 2)).toPoint());
@@ -539,18 +539,8 @@ TEST_F(GameViewTest, ConfirmationsAreAskedOverTheBoard)
     EXPECT_EQ(board->confirmation(), -1);
 }
 
-// The settings window's items, found through its own item tree.
-QQuickItem* inWindow(QQuickWindow* window, const QString& name)
-{
-    std::function<QQuickItem*(QQuickItem*)> find = [&](QQuickItem* root) -> QQuickItem* {
-        if (root->objectName() == name) return root;
-        for (QQuickItem* child : root->childItems()) {
-            if (QQuickItem* found = find(child)) return found;
-        }
-        return nullptr;
-    };
-    return find(window->contentItem());
-}
+// A separate window's items, found through its own item tree.
+QQuickItem* inWindow(QQuickWindow* window, const QString& name) { return findItem(window->contentItem(), name); }
 
 void clickItem(QQuickWindow* window, QQuickItem* target)
 {
@@ -678,11 +668,3 @@ TEST_F(GameViewTest, RendersTheTableInBothArrangements)
 
 } // namespace
 } // namespace zelvaine
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
-    QGuiApplication application(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

@@ -163,11 +163,3 @@ TEST_F(MainWindowTest, TrimmingTheMenuBarKeepsEveryCommand)
 
 } // namespace
 } // namespace zelvaine
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
-    QGuiApplication application(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
