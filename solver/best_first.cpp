@@ -1,10 +1,6 @@
 #include "solver/best_first.hpp"
 
-#include "solver/position_table.hpp"
-
 #include <algorithm>
-#include <functional>
-#include <queue>
 
 namespace zelvaine::solver {
 namespace {
@@ -14,113 +10,119 @@ namespace {
 // make the search greedier and, with this evaluation, slower to find wins.
 constexpr int costPerMove = 5;
 
-struct Node {
-    std::uint32_t parent;
-    std::uint32_t depth;
-    Step step;
-};
+// A node and its heap entry; the position table comes on top.
+constexpr std::size_t bytesPerNode = 16 + 8;
 
-struct Candidate {
-    int score;
-    std::uint32_t node;
-    bool operator<(const Candidate& other) const { return score < other.score; }
-};
-
-constexpr std::size_t bytesPerPosition = sizeof(Node) + sizeof(Candidate) + 2 * sizeof(std::uint64_t);
+std::uint64_t budgetFor(const SearchLimits& limits)
+{
+    // Positions are numbered with 32 bits; memory runs out long before that matters.
+    std::uint64_t budget = std::min(limits.positions, std::uint64_t{UINT32_MAX});
+    while (budget > 0 && budget * bytesPerNode + PositionTable::bytesFor(budget) > limits.memoryBytes) {
+        budget = budget / 4 * 3;
+    }
+    return budget;
+}
 
 } // namespace
 
 // A position is kept as the move that reached it from its parent and rebuilt by replaying from
 // the start, so it costs a few bytes rather than a copy of the board. Everything is allocated
 // once, at the size the limits allow, so that nothing is copied or rehashed while it runs.
-SearchOutcome bestFirst(const SolverPosition& start, MoveSet moveSet, const SearchLimits& limits,
-                        std::stop_token stop)
+BestFirstSearch::BestFirstSearch(const SolverPosition& start, Guide guide, const SearchLimits& limits)
+    : guide_(guide), limits_(limits), budget_(budgetFor(limits)), position_(start),
+      seen_(std::max<std::uint64_t>(budget_, 1))
 {
-    // Positions are numbered with 32 bits; memory runs out long before that matters.
-    const std::uint64_t budget =
-        std::min({limits.positions, std::uint64_t{UINT32_MAX}, std::uint64_t{limits.memoryBytes / bytesPerPosition}});
-    SearchOutcome outcome;
-    if (budget == 0) return outcome;
-    SolverPosition position = start;
-    PositionTable seen(budget);
-    seen.insert(position.key());
-    outcome.positions = 1;
-    if (position.isWon()) {
-        outcome.won = outcome.exhausted = true;
-        return outcome;
+    static_assert(sizeof(Node) + sizeof(Candidate) <= bytesPerNode);
+    if (budget_ == 0) {
+        finished_ = true;
+        return;
     }
+    seen_.insert(position_.key());
+    outcome_.positions = 1;
+    if (position_.isWon()) {
+        outcome_.won = outcome_.exhausted = finished_ = true;
+        return;
+    }
+    nodes_.reserve(budget_ + 1);
+    nodes_.push_back({0, 0, {}});
+    queue_.reserve(budget_ + 1);
+    queue_.push_back({0, 0});
+}
 
-    std::vector<Node> nodes;
-    nodes.reserve(budget + 1);
-    nodes.push_back({0, 0, {}});
-    std::vector<Candidate> queueStorage;
-    queueStorage.reserve(budget + 1);
-    std::priority_queue<Candidate> queue(std::less<Candidate>{}, std::move(queueStorage));
-    queue.push({0, 0});
-    std::vector<Step> path;
-    std::vector<Step> moves;
-    bool cut = false;
-    auto pathTo = [&](std::uint32_t node) {
-        path.clear();
-        for (; node != 0; node = nodes[node].parent) path.push_back(nodes[node].step);
-        std::ranges::reverse(path);
-    };
-    // The position stays where the last expansion left it; the next one is reached through
-    // their last common ancestor, usually a few moves away, rather than from the start.
-    std::uint32_t here = 0;
-    auto moveTo = [&](std::uint32_t target) {
-        path.clear();
-        std::uint32_t from = here;
-        std::uint32_t to = target;
-        while (nodes[from].depth > nodes[to].depth) {
-            position.undo(nodes[from].step);
-            from = nodes[from].parent;
-        }
-        while (nodes[to].depth > nodes[from].depth) {
-            path.push_back(nodes[to].step);
-            to = nodes[to].parent;
-        }
-        while (from != to) {
-            position.undo(nodes[from].step);
-            from = nodes[from].parent;
-            path.push_back(nodes[to].step);
-            to = nodes[to].parent;
-        }
-        for (auto step = path.rbegin(); step != path.rend(); ++step) position.apply(*step);
-        here = target;
-    };
+// The position stays where the last expansion left it; the next one is reached through their
+// last common ancestor, usually a few moves away, rather than from the start.
+void BestFirstSearch::moveTo(std::uint32_t target)
+{
+    path_.clear();
+    std::uint32_t from = here_;
+    std::uint32_t to = target;
+    while (nodes_[from].depth > nodes_[to].depth) {
+        position_.undo(nodes_[from].step);
+        from = nodes_[from].parent;
+    }
+    while (nodes_[to].depth > nodes_[from].depth) {
+        path_.push_back(nodes_[to].step);
+        to = nodes_[to].parent;
+    }
+    while (from != to) {
+        position_.undo(nodes_[from].step);
+        from = nodes_[from].parent;
+        path_.push_back(nodes_[to].step);
+        to = nodes_[to].parent;
+    }
+    for (auto step = path_.rbegin(); step != path_.rend(); ++step) position_.apply(*step);
+    here_ = target;
+}
 
-    while (!queue.empty()) {
-        if (stop.stop_requested()) return outcome;
-        const std::uint32_t current = queue.top().node;
-        queue.pop();
+void BestFirstSearch::finishWon(std::uint32_t node)
+{
+    for (; node != 0; node = nodes_[node].parent) outcome_.line.push_back(nodes_[node].step);
+    std::ranges::reverse(outcome_.line);
+    outcome_.won = finished_ = true;
+}
+
+void BestFirstSearch::runUntil(std::uint64_t positions, std::stop_token stop)
+{
+    const std::uint64_t limit = std::min(positions, budget_);
+    while (!finished_ && outcome_.positions < limit) {
+        if (stop.stop_requested()) return;
+        if (queue_.empty()) {
+            outcome_.exhausted = !cut_;
+            finished_ = true;
+            return;
+        }
+        std::pop_heap(queue_.begin(), queue_.end());
+        const std::uint32_t current = queue_.back().node;
+        queue_.pop_back();
         moveTo(current);
-        position.generateMoves(moves, moveSet);
-        for (const Step& step : moves) {
-            position.apply(step);
-            if (seen.insert(position.key()) == PositionTable::Insert::added) {
-                ++outcome.positions;
-                const std::uint32_t depth = nodes[current].depth + 1;
-                nodes.push_back({current, depth, step});
-                const auto node = static_cast<std::uint32_t>(nodes.size() - 1);
-                if (position.isWon()) {
-                    pathTo(node);
-                    outcome.won = true;
-                    outcome.line = path;
-                    return outcome;
+        position_.generateMoves(moves_, guide_.moves);
+        for (const Step& step : moves_) {
+            position_.apply(step);
+            if (seen_.insert(position_.key()) == PositionTable::Insert::added) {
+                ++outcome_.positions;
+                const std::uint32_t depth = nodes_[current].depth + 1;
+                nodes_.push_back({current, depth, step});
+                const auto node = static_cast<std::uint32_t>(nodes_.size() - 1);
+                if (position_.isWon()) {
+                    position_.undo(step);
+                    finishWon(node);
+                    return;
                 }
-                if (outcome.positions >= budget) return outcome;
-                if (depth < limits.maxDepth) {
-                    queue.push({position.evaluate() - costPerMove * static_cast<int>(depth), node});
+                if (outcome_.positions >= budget_) {
+                    position_.undo(step);
+                    finished_ = true;
+                    return;
+                }
+                if (depth < limits_.maxDepth) {
+                    queue_.push_back({position_.evaluate(guide_.lookahead) - costPerMove * static_cast<int>(depth), node});
+                    std::push_heap(queue_.begin(), queue_.end());
                 } else {
-                    cut = true; // seen, but its successors will never be looked at
+                    cut_ = true; // seen, but its successors will never be looked at
                 }
             }
-            position.undo(step);
+            position_.undo(step);
         }
     }
-    outcome.exhausted = !cut;
-    return outcome;
 }
 
 } // namespace zelvaine::solver

@@ -4,9 +4,8 @@
 #include "solver/exhaustive_search.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
-#include <functional>
-#include <queue>
 
 namespace zelvaine::solver {
 
@@ -43,16 +42,38 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
 {
     const auto start = SolverPosition::from(state);
     if (!start) return {};
-    // Most deals are won, so the quick search gets most of the budget; a deal it cannot win
-    // without moves back from the foundations is usually one whose smaller space it runs out of
-    // early, which leaves the rest to the complete search.
-    SearchLimits limits{options.positionBudget / 4 * 3, options.memoryBudget, options.maxDepth};
-    const SearchOutcome quick = bestFirst(*start, MoveSet::withoutReturns, limits, stop);
-    if (quick.won) return {Verdict::winnable, movesOf(quick.line), quick.positions};
+    std::uint64_t quickPositions = 0;
+    {
+        // Most deals are won, so the quick searches get most of the budget. A search led by one
+        // evaluation now and then buries itself in a corner the other walks past, so two take
+        // turns; a deal they cannot win in their smaller space is usually one they run out of
+        // early, which leaves the rest to the complete search.
+        const SearchLimits each{options.positionBudget / 8 * 3, options.memoryBudget / 2, options.maxDepth};
+        std::array searches{BestFirstSearch(*start, {MoveSet::quick, Lookahead::everyFoundation}, each),
+                            BestFirstSearch(*start, {MoveSet::quick, Lookahead::startedFoundations}, each)};
+        constexpr std::uint64_t slice = 4096;
+        for (std::uint64_t until = slice;; until += slice) {
+            for (BestFirstSearch& search : searches) {
+                search.runUntil(until, stop);
+                if (search.outcome().won) {
+                    std::uint64_t positions = 0;
+                    for (const BestFirstSearch& other : searches) positions += other.outcome().positions;
+                    return {Verdict::winnable, movesOf(search.outcome().line), positions};
+                }
+            }
+            // Both walk the same space, so when one has seen all of it the other cannot win.
+            const bool exhausted = std::ranges::any_of(searches, [](const auto& s) { return s.outcome().exhausted; });
+            const bool finished = std::ranges::all_of(searches, [](const auto& s) { return s.finished(); });
+            if (exhausted || finished || stop.stop_requested()) break;
+        }
+        for (const BestFirstSearch& search : searches) quickPositions += search.outcome().positions;
+    }
+    if (stop.stop_requested()) return {Verdict::unknown, {}, quickPositions};
 
-    limits.positions = options.positionBudget - quick.positions;
+    const SearchLimits limits{options.positionBudget - std::min(quickPositions, options.positionBudget),
+                              options.memoryBudget, options.maxDepth};
     const SearchOutcome full = depthFirst(*start, limits, stop);
-    const std::uint64_t positions = quick.positions + full.positions;
+    const std::uint64_t positions = quickPositions + full.positions;
     if (full.won) return {Verdict::winnable, movesOf(full.line), positions};
     return {full.exhausted ? Verdict::unwinnable : Verdict::unknown, {}, positions};
 }

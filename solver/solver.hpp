@@ -50,8 +50,9 @@ struct SolveResult {
 // The reason the solver cannot read `state` (see SolverPosition::from), or none.
 std::optional<std::string> unsolvableReason(const GameState& state);
 
-// First a best-first search without moves back from the foundations, with 3/4 of the budget: it
-// finds most wins quickly and with short lines. Then, unless it won, a depth-first search over
+// First two best-first searches over the quick move set (MoveSet::quick), led by different
+// evaluations and taking turns, with 3/8 of the budget each: they find most wins quickly and
+// with short lines. Then, unless one won, a depth-first search over
 // every legal move with what is left, which is complete: when it runs out of positions without
 // a cut, the deal cannot be won. Positions that differ only by symmetries of the rules count
 // once. Stopping through `stop` gives "unknown" at the next position examined.

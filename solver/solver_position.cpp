@@ -27,7 +27,7 @@ struct ZobristTables {
     std::array<std::uint64_t, 52> hand{};
     std::array<std::array<std::uint64_t, 14>, 4> foundation{};
 
-    ZobristTables()
+    constexpr ZobristTables()
     {
         std::uint64_t seed = 0x5A17E1BEu; // fixed: keys must repeat from run to run
         for (auto& row : column) {
@@ -40,11 +40,9 @@ struct ZobristTables {
     }
 };
 
-const ZobristTables& zobrist()
-{
-    static const ZobristTables tables;
-    return tables;
-}
+// Built by the compiler, so that reading it costs no check for a first use.
+constexpr ZobristTables zobristTables{};
+constexpr const ZobristTables& zobrist() { return zobristTables; }
 
 CardCode codeOf(const PlayingCard& card) { return cardCode(card.suit, card.rank); }
 
@@ -89,6 +87,7 @@ std::optional<SolverPosition> SolverPosition::from(const GameState& state, std::
     SolverPosition position;
     for (std::size_t c = 0; c < tableauColumnCount; ++c) {
         for (const auto& card : state.tableau[c]) position.push(c, codeOf(card));
+        position.refresh(c);
     }
     for (std::size_t s = 0; s < handSlotCount; ++s) {
         if (state.hand[s]) {
@@ -110,9 +109,14 @@ std::optional<SolverPosition> SolverPosition::from(const GameState& state, std::
 
 std::uint64_t SolverPosition::key() const
 {
-    std::uint64_t columns = 0;
-    for (const std::uint64_t hash : columnHash_) columns += mix(hash);
-    return columns + mix(handSum_ ^ 0x68616E64u) + mix(foundationSum_ ^ 0x666F756Eu);
+    return columnsSum_ + mix(handSum_ ^ 0x68616E64u) + mix(foundationSum_ ^ 0x666F756Eu);
+}
+
+void SolverPosition::refresh(std::size_t column)
+{
+    columnsSum_ -= columnMixed_[column];
+    columnMixed_[column] = mix(columnHash_[column]);
+    columnsSum_ += columnMixed_[column];
 }
 
 bool SolverPosition::isWon() const
@@ -198,6 +202,19 @@ bool safeHome(CardCode code, const std::array<int, 4>& lowestPair)
     return true;
 }
 
+// Not a proof: a cheap search may lose a win by it, and only cheap searches use it. Low cards
+// of a colour rarely have work left on the table once the other colour's foundations are
+// close behind.
+bool nearlySafeHome(CardCode code, const std::array<int, 4>& lowestPair)
+{
+    constexpr int lead = 3;
+    for (int other = 0; other < 4; ++other) {
+        const bool sameColour = isRedCode(cardCode(static_cast<Suit>(other), Rank::ace)) == isRedCode(code);
+        if (!sameColour && lowestPair[static_cast<std::size_t>(other)] < rankOf(code) - lead) return false;
+    }
+    return true;
+}
+
 void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
 {
     using Place = Step::Place;
@@ -251,7 +268,10 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
     // A card that is safe to send home goes home, alone (see safeHome for why that loses no win).
     std::array<int, 4> lowestPair{};
     for (int suit = 0; suit < 4; ++suit) lowestPair[static_cast<std::size_t>(suit)] = lowerFoundationOfSuit(suit);
-    auto safe = [&](CardCode code) { return safeHome(code, lowestPair) && foundationFor(code) >= 0; };
+    auto safe = [&](CardCode code) {
+        return (safeHome(code, lowestPair) || (set == MoveSet::quick && nearlySafeHome(code, lowestPair))) &&
+               foundationFor(code) >= 0;
+    };
     for (std::size_t s = 0; s < handSlotCount; ++s) {
         if (hand_[s] != noCard && safe(hand_[s])) {
             add(Place::hand, s, 0, Place::foundation, foundationFor(hand_[s]), toFoundation);
@@ -310,7 +330,7 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
     }
 
     for (std::size_t f = 0; f < foundationCount; ++f) {
-        if (height_[f] == 0 || set == MoveSet::withoutReturns) continue;
+        if (height_[f] == 0 || set == MoveSet::quick) continue;
         bool twin = false;
         for (std::size_t g = 0; g < f; ++g) twin = twin || (height_[g] == height_[f] && suit_[g] == suit_[f]);
         if (twin) continue;
@@ -321,10 +341,16 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
         }
     }
 
-    std::ranges::stable_sort(out, [](const Step& a, const Step& b) { return a.priority > b.priority; });
+    // Insertion sort: stable, and for a score of moves cheaper than a merge sort's buffer.
+    for (std::size_t i = 1; i < out.size(); ++i) {
+        const Step step = out[i];
+        std::size_t j = i;
+        for (; j > 0 && out[j - 1].priority < step.priority; --j) out[j] = out[j - 1];
+        out[j] = step;
+    }
 }
 
-int SolverPosition::evaluate() const
+int SolverPosition::evaluate(Lookahead lookahead) const
 {
     // A lower bound of sorts: every card out needs a move home, and every run lying on a card
     // of lower rank needs at least one move away first. The cards the foundations wait for had
@@ -334,49 +360,66 @@ int SolverPosition::evaluate() const
     constexpr int perNeededDepth = 2;
     constexpr int perEmptyColumn = 8;
     constexpr int perFreeSlot = 3;
+    constexpr std::uint8_t nowhere = 0xFF;
     int out = 0;
     int blockers = 0;
     int score = 0;
+    // How many cards cover each card's nearer and farther copy.
+    std::array<std::uint8_t, 52> nearer;
+    std::array<std::uint8_t, 52> farther;
+    nearer.fill(nowhere);
+    farther.fill(nowhere);
+    auto place = [&](CardCode code, std::uint8_t covering) {
+        if (covering < nearer[code]) {
+            farther[code] = nearer[code];
+            nearer[code] = covering;
+        } else if (covering < farther[code]) {
+            farther[code] = covering;
+        }
+    };
     for (const auto& column : columns_) {
-        if (column.empty()) {
+        const std::size_t size = column.size();
+        if (size == 0) {
             score += perEmptyColumn;
             continue;
         }
+        out += static_cast<int>(size);
         int lowest = 14;
         bool previousBlocks = false;
-        for (std::size_t p = 0; p < column.size(); ++p) {
+        for (std::size_t p = 0; p < size; ++p) {
             const int rank = rankOf(column[p]);
             const bool blocks = rank > lowest;
             if (blocks && !(previousBlocks && buildsDown(column[p], column[p - 1]))) ++blockers;
             previousBlocks = blocks;
             lowest = std::min(lowest, rank);
+            place(column[p], static_cast<std::uint8_t>(size - 1 - p));
         }
-        out += static_cast<int>(column.size());
     }
     for (const CardCode code : hand_) {
         if (code == noCard) {
             score += perFreeSlot;
         } else {
             ++out;
+            place(code, 0);
         }
     }
-    // How many cards cover the nearer copy of each card a started foundation waits for.
-    constexpr std::uint8_t nowhere = 0xFF;
-    std::array<std::uint8_t, 52> covering;
-    covering.fill(nowhere);
-    for (const auto& column : columns_) {
-        for (std::size_t p = 0; p < column.size(); ++p) {
-            auto& cards = covering[column[p]];
-            cards = std::min(cards, static_cast<std::uint8_t>(column.size() - 1 - p));
+    for (int suit = 0; suit < 4; ++suit) {
+        std::array<int, 2> heights{};
+        int started = 0;
+        for (std::size_t f = 0; f < foundationCount && started < 2; ++f) {
+            if (height_[f] > 0 && suit_[f] == suit) heights[static_cast<std::size_t>(started++)] = height_[f];
         }
-    }
-    for (const CardCode code : hand_) {
-        if (code != noCard) covering[code] = 0;
-    }
-    for (std::size_t f = 0; f < foundationCount; ++f) {
-        if (height_[f] == 0 || height_[f] == 13) continue;
-        const std::uint8_t cards = covering[cardCode(static_cast<Suit>(suit_[f]), static_cast<Rank>(height_[f] + 1))];
-        if (cards != nowhere) score -= perNeededDepth * cards;
+        // A suit ends on two foundations, so an unstarted one waits for an ace; when both wait
+        // for the same card, the second waits for its farther copy.
+        const int waiting = lookahead == Lookahead::everyFoundation ? 2 : started;
+        for (int k = 0; k < waiting; ++k) {
+            const int height = heights[static_cast<std::size_t>(k)];
+            if (height == 13) continue;
+            const CardCode next = cardCode(static_cast<Suit>(suit), static_cast<Rank>(height + 1));
+            const bool twin = lookahead == Lookahead::everyFoundation && k == 1 && heights[0] == height;
+            const std::uint8_t cards = twin ? farther[next] : nearer[next];
+            if (cards != nowhere) score -= perNeededDepth * cards;
+        }
     }
     return score - perCardOut * out - perBlockingRun * blockers;
 }
@@ -416,6 +459,7 @@ void SolverPosition::apply(const Step& step)
         break;
     case Place::foundation: setFoundation(step.toIndex, height_[step.toIndex] + 1, suitOf(moving[0])); break;
     }
+    refreshTouched(step);
 }
 
 void SolverPosition::undo(const Step& step)
@@ -451,6 +495,13 @@ void SolverPosition::undo(const Step& step)
         setFoundation(step.fromIndex, height_[step.fromIndex] + 1, suitOf(moving[0]));
         break;
     }
+    refreshTouched(step);
+}
+
+void SolverPosition::refreshTouched(const Step& step)
+{
+    if (step.from == Step::Place::tableau) refresh(step.fromIndex);
+    if (step.to == Step::Place::tableau) refresh(step.toIndex);
 }
 
 } // namespace zelvaine::solver

@@ -48,9 +48,20 @@ struct Step {
 // of its two foundations (0 while either is unstarted). The proof is beside the definition.
 bool safeHome(CardCode code, const std::array<int, 4>& lowestPair);
 
-// Every legal move, or all but the moves back from the foundations: a cheap search finds most
-// wins without them, and a complete one needs them.
-enum class MoveSet : std::uint8_t { all, withoutReturns };
+// Whether a cheap search sends `code` home at once: when each suit of the other colour has
+// both foundations within three ranks below it. Unlike safeHome, this can lose a win.
+bool nearlySafeHome(CardCode code, const std::array<int, 4>& lowestPair);
+
+// Every legal move, for a complete search; or, for a quick one, no moves back from the
+// foundations and nearly safe cards sent home at once (nearlySafeHome). The quick set finds most
+// wins in a far smaller space, and may miss some.
+enum class MoveSet : std::uint8_t { all, quick };
+
+// What the evaluation weighs of the cards the foundations wait for: the next card of every
+// foundation (an ace for one not started, and the farther copy for the second of two that wait
+// for the same card), or only the nearer copy of the next card of each foundation under way.
+// Searches led by each get stuck on different deals.
+enum class Lookahead : std::uint8_t { everyFoundation, startedFoundations };
 
 // A position the search can change in place and undo. It keeps the real column, slot and
 // foundation indices, so the moves it produces replay on the real position; only its key
@@ -69,12 +80,12 @@ public:
 
     // Every move the rules allow that leads to a different position, minus moves that only
     // lead to a symmetric twin of another listed move, roughly best first. When a card is safe
-    // to send home (safeHome), that move alone.
+    // to send home (safeHome, or nearlySafeHome for the quick set), that move alone.
     void generateMoves(std::vector<Step>& out, MoveSet set = MoveSet::all) const;
 
     // A rough measure of progress: cards home, free places, and how deep the cards the
     // foundations need next are buried.
-    int evaluate() const;
+    int evaluate(Lookahead lookahead = Lookahead::everyFoundation) const;
 
     void apply(const Step& step);
     void undo(const Step& step);
@@ -86,6 +97,9 @@ private:
     void push(std::size_t column, CardCode code);
     CardCode pop(std::size_t column);
     void setFoundation(std::size_t index, int height, int suit);
+    // Brings a column's scrambled hash and their sum up to date after the column changed.
+    void refresh(std::size_t column);
+    void refreshTouched(const Step& step);
 
     std::array<std::vector<CardCode>, tableauColumnCount> columns_;
     std::array<CardCode, handSlotCount> hand_{noCard, noCard, noCard, noCard};
@@ -93,8 +107,11 @@ private:
     std::array<std::uint8_t, foundationCount> suit_{};
 
     // Incremental hash parts: one per column, and additive sums for the hand and foundations
-    // so that their order cannot matter.
+    // so that their order cannot matter. The sum of the scrambled column hashes is kept too,
+    // so that a key costs two scrambles rather than twelve.
     std::array<std::uint64_t, tableauColumnCount> columnHash_{};
+    std::array<std::uint64_t, tableauColumnCount> columnMixed_{};
+    std::uint64_t columnsSum_ = 0;
     std::uint64_t handSum_ = 0;
     std::uint64_t foundationSum_ = 0;
 };
