@@ -97,8 +97,8 @@ void BestFirstSearch::runUntil(std::uint64_t positions, std::stop_token stop)
         moveTo(current);
         position_.generateMoves(moves_, guide_.moves);
         for (const Step& step : moves_) {
-            position_.apply(step);
-            if (seen_.insert(position_.key()) == PositionTable::Insert::added) {
+            if (seen_.insert(position_.keyAfter(step)) == PositionTable::Insert::added) {
+                position_.apply(step);
                 ++outcome_.positions;
                 const std::uint32_t depth = nodes_[current].depth + 1;
                 nodes_.push_back({current, depth, step});
@@ -119,8 +119,8 @@ void BestFirstSearch::runUntil(std::uint64_t positions, std::stop_token stop)
                 } else {
                     cut_ = true; // seen, but its successors will never be looked at
                 }
+                position_.undo(step);
             }
-            position_.undo(step);
         }
     }
 }

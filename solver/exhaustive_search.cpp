@@ -47,8 +47,9 @@ SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits
         position.generateMoves(moves, MoveSet::all);
         ranked.clear();
         for (const Step& step : moves) {
+            if (seen.contains(position.keyAfter(step))) continue;
             position.apply(step);
-            if (!seen.contains(position.key())) ranked.push_back({position.evaluate(), step});
+            ranked.push_back({position.evaluate(), step});
             position.undo(step);
         }
         std::ranges::stable_sort(ranked, [](const auto& a, const auto& b) { return a.first > b.first; });
@@ -68,13 +69,10 @@ SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits
             continue;
         }
         const Step step = steps[frame.next++];
-        position.apply(step);
-        const auto inserted = seen.insert(position.key());
+        const auto inserted = seen.insert(position.keyAfter(step));
         if (inserted == PositionTable::Insert::full) return outcome;
-        if (inserted == PositionTable::Insert::present) {
-            position.undo(step);
-            continue;
-        }
+        if (inserted == PositionTable::Insert::present) continue;
+        position.apply(step);
         ++outcome.positions;
         if (position.isWon()) {
             outcome.won = true;

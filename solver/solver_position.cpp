@@ -1,6 +1,7 @@
 #include "solver/solver_position.hpp"
 
 #include <algorithm>
+#include <bit>
 
 namespace zelvaine::solver {
 namespace {
@@ -45,6 +46,11 @@ constexpr ZobristTables zobristTables{};
 constexpr const ZobristTables& zobrist() { return zobristTables; }
 
 CardCode codeOf(const PlayingCard& card) { return cardCode(card.suit, card.rank); }
+
+std::uint64_t combine(std::uint64_t columns, std::uint64_t hand, std::uint64_t foundations)
+{
+    return columns + mix(hand ^ 0x68616E64u) + mix(foundations ^ 0x666F756Eu);
+}
 
 } // namespace
 
@@ -107,9 +113,59 @@ std::optional<SolverPosition> SolverPosition::from(const GameState& state, std::
     return position;
 }
 
-std::uint64_t SolverPosition::key() const
+std::uint64_t SolverPosition::key() const { return combine(columnsSum_, handSum_, foundationSum_); }
+
+std::uint64_t SolverPosition::keyAfter(const Step& step) const
 {
-    return columnsSum_ + mix(handSum_ ^ 0x68616E64u) + mix(foundationSum_ ^ 0x666F756Eu);
+    using Place = Step::Place;
+    const auto& tables = zobrist();
+    std::uint64_t columns = columnsSum_;
+    std::uint64_t hand = handSum_;
+    std::uint64_t foundations = foundationSum_;
+    const CardCode* moving = nullptr;
+    CardCode single = noCard;
+    std::size_t count = 1;
+    switch (step.from) {
+    case Place::tableau: {
+        const auto& column = columns_[step.fromIndex];
+        std::uint64_t hash = columnHash_[step.fromIndex];
+        for (std::size_t i = step.start; i < column.size(); ++i) hash ^= tables.column[i][column[i]];
+        columns += mix(hash) - columnMixed_[step.fromIndex];
+        moving = column.data() + step.start;
+        count = column.size() - step.start;
+        break;
+    }
+    case Place::hand:
+        single = hand_[step.fromIndex];
+        hand -= tables.hand[single];
+        break;
+    case Place::foundation: {
+        const int height = height_[step.fromIndex];
+        const int suit = suit_[step.fromIndex];
+        single = cardCode(static_cast<Suit>(suit), static_cast<Rank>(height));
+        foundations -= tables.foundation[suit][height];
+        if (height > 1) foundations += tables.foundation[suit][height - 1];
+        break;
+    }
+    }
+    if (moving == nullptr) moving = &single;
+    switch (step.to) {
+    case Place::tableau: {
+        const std::size_t size = columns_[step.toIndex].size();
+        std::uint64_t hash = columnHash_[step.toIndex];
+        for (std::size_t i = 0; i < count; ++i) hash ^= tables.column[size + i][moving[i]];
+        columns += mix(hash) - columnMixed_[step.toIndex];
+        break;
+    }
+    case Place::hand: hand += tables.hand[moving[0]]; break;
+    case Place::foundation: {
+        const int height = height_[step.toIndex];
+        if (height > 0) foundations -= tables.foundation[suit_[step.toIndex]][height];
+        foundations += tables.foundation[suitOf(moving[0])][height + 1];
+        break;
+    }
+    }
+    return combine(columns, hand, foundations);
 }
 
 void SolverPosition::refresh(std::size_t column)
@@ -165,16 +221,6 @@ enum Priority : int {
 };
 
 } // namespace
-
-int SolverPosition::lowerFoundationOfSuit(int suit) const
-{
-    int highest[2] = {0, 0};
-    int found = 0;
-    for (std::size_t f = 0; f < foundationCount; ++f) {
-        if (height_[f] > 0 && suit_[f] == suit && found < 2) highest[found++] = height_[f];
-    }
-    return found < 2 ? 0 : std::min(highest[0], highest[1]);
-}
 
 // Sending card c (suit s, rank r) home loses no win, and lengthens no shortest win, when both
 // foundations of s and of each suit of the other colour are at r - 1 or higher, and both of the
@@ -232,56 +278,78 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
         out.push_back(step);
     };
 
-    const auto firstEmptyColumn = std::ranges::find_if(columns_, [](const auto& c) { return c.empty(); });
-    const int emptyColumn =
-        firstEmptyColumn == columns_.end() ? -1 : static_cast<int>(firstEmptyColumn - columns_.begin());
+    // Lookups built once a call, so that each candidate card costs a load rather than a loop:
+    // the columns whose lowest card takes it, and the foundation it can go to. Two foundations
+    // of one suit and height are the same place, and an ace goes to any empty one; the lowest
+    // index stands for them.
+    int emptyColumn = -1;
+    std::array<std::uint16_t, 52> takers{};
+    for (std::size_t d = tableauColumnCount; d-- > 0;) {
+        const auto& target = columns_[d];
+        if (target.empty()) {
+            emptyColumn = static_cast<int>(d);
+            continue;
+        }
+        const CardCode lowest = target.back();
+        if (rankOf(lowest) == 1) continue;
+        const int firstOther = isRedCode(lowest) ? 0 : 1; // black suits are 0 and 3, red ones 1 and 2
+        for (const int suit : {firstOther, 3 - firstOther}) {
+            takers[cardCode(static_cast<Suit>(suit), static_cast<Rank>(rankOf(lowest) - 1))] |=
+                static_cast<std::uint16_t>(1u << d);
+        }
+    }
+    std::array<std::int8_t, 52> home;
+    home.fill(-1);
+    std::array<int, 4> lowestPair{};
+    {
+        std::array<int, 4> started{};
+        std::array<int, 4> highest{};
+        for (std::size_t f = foundationCount; f-- > 0;) {
+            const int height = height_[f];
+            if (height == 0) {
+                for (int suit = 0; suit < 4; ++suit) home[cardCode(static_cast<Suit>(suit), Rank::ace)] = static_cast<std::int8_t>(f);
+                continue;
+            }
+            const std::size_t suit = suit_[f];
+            if (height < 13) home[cardCode(static_cast<Suit>(suit), static_cast<Rank>(height + 1))] = static_cast<std::int8_t>(f);
+            // The lower of the suit's two foundations, 0 while one of them is not started.
+            if (started[suit]++ == 0) {
+                highest[suit] = height;
+            } else {
+                lowestPair[suit] = std::min(highest[suit], height);
+            }
+        }
+    }
     const auto freeSlot = std::ranges::find(hand_, noCard);
     const int handSlot = freeSlot == hand_.end() ? -1 : static_cast<int>(freeSlot - hand_.begin());
 
-    // Two foundations of one suit and height are the same place; ace goes to any empty one.
-    auto foundationFor = [&](CardCode code) -> int {
-        for (std::size_t f = 0; f < foundationCount; ++f) {
-            if (height_[f] == 0 ? rankOf(code) == 1 : suit_[f] == suitOf(code) && height_[f] + 1 == rankOf(code)) {
-                return static_cast<int>(f);
-            }
-        }
-        return -1;
-    };
     // Columns (a single one of the empty ones: they are interchangeable) that take `head`.
     auto toColumns = [&](Place from, std::size_t fromIndex, std::size_t start, CardCode head, int priority,
                          int emptyPriority) {
-        for (std::size_t d = 0; d < tableauColumnCount; ++d) {
-            if (from == Place::tableau && d == fromIndex) continue;
-            const auto& target = columns_[d];
-            if (target.empty()) {
-                if (static_cast<int>(d) == emptyColumn && rankOf(head) == 13) {
-                    add(from, fromIndex, start, Place::tableau,
-                         d, emptyPriority);
-                }
-            } else if (buildsDown(head, target.back())) {
-                add(from, fromIndex, start, Place::tableau,
-                     d, priority);
-            }
+        unsigned targets = takers[head];
+        if (emptyColumn >= 0 && emptyPriority >= 0 && rankOf(head) == 13) targets |= 1u << emptyColumn;
+        if (from == Place::tableau) targets &= ~(1u << fromIndex);
+        for (; targets != 0; targets &= targets - 1) {
+            const auto d = static_cast<std::size_t>(std::countr_zero(targets));
+            add(from, fromIndex, start, Place::tableau, d, columns_[d].empty() ? emptyPriority : priority);
         }
     };
 
     // A card that is safe to send home goes home, alone (see safeHome for why that loses no win).
-    std::array<int, 4> lowestPair{};
-    for (int suit = 0; suit < 4; ++suit) lowestPair[static_cast<std::size_t>(suit)] = lowerFoundationOfSuit(suit);
     auto safe = [&](CardCode code) {
-        return (safeHome(code, lowestPair) || (set == MoveSet::quick && nearlySafeHome(code, lowestPair))) &&
-               foundationFor(code) >= 0;
+        return home[code] >= 0 &&
+               (safeHome(code, lowestPair) || (set == MoveSet::quick && nearlySafeHome(code, lowestPair)));
     };
     for (std::size_t s = 0; s < handSlotCount; ++s) {
         if (hand_[s] != noCard && safe(hand_[s])) {
-            add(Place::hand, s, 0, Place::foundation, foundationFor(hand_[s]), toFoundation);
+            add(Place::hand, s, 0, Place::foundation, static_cast<std::size_t>(home[hand_[s]]), toFoundation);
             return;
         }
     }
     for (std::size_t c = 0; c < tableauColumnCount; ++c) {
         if (!columns_[c].empty() && safe(columns_[c].back())) {
-            add(Place::tableau, c, columns_[c].size() - 1, Place::foundation, foundationFor(columns_[c].back()),
-                toFoundation);
+            add(Place::tableau, c, columns_[c].size() - 1, Place::foundation,
+                static_cast<std::size_t>(home[columns_[c].back()]), toFoundation);
             return;
         }
     }
@@ -289,9 +357,7 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
     for (std::size_t s = 0; s < handSlotCount; ++s) {
         const CardCode code = hand_[s];
         if (code == noCard) continue;
-        if (const int f = foundationFor(code); f >= 0) {
-            add(Place::hand, s, 0, Place::foundation, f, toFoundation);
-        }
+        if (home[code] >= 0) add(Place::hand, s, 0, Place::foundation, static_cast<std::size_t>(home[code]), toFoundation);
         toColumns(Place::hand, s, 0, code, handToColumn, handToColumn);
     }
 
@@ -302,30 +368,18 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
         std::size_t top = last;
         while (top > 0 && buildsDown(column[top], column[top - 1])) --top;
         for (std::size_t start = top; start <= last; ++start) {
-            const CardCode head = column[start];
             const bool whole = start == top;
             const int priority = start == 0 ? emptiesColumn : whole ? revealsCard : splitString;
             // A king string from the top of its column to an empty one changes nothing.
             const int emptyPriority = start == 0 ? -1 : whole ? kingToEmptyColumn : splitString;
-            if (emptyPriority >= 0) {
-                toColumns(Place::tableau, c, start, head, priority, emptyPriority);
-            } else {
-                for (std::size_t d = 0; d < tableauColumnCount; ++d) {
-                    if (d != c && !columns_[d].empty() && buildsDown(head, columns_[d].back())) {
-                        add(Place::tableau, c, start,
-                             Place::tableau, d, priority);
-                    }
-                }
-            }
+            toColumns(Place::tableau, c, start, column[start], priority, emptyPriority);
         }
         const CardCode lowest = column[last];
-        if (const int f = foundationFor(lowest); f >= 0) {
-            add(Place::tableau, c, last, Place::foundation,
-                 f, toFoundation);
+        if (home[lowest] >= 0) {
+            add(Place::tableau, c, last, Place::foundation, static_cast<std::size_t>(home[lowest]), toFoundation);
         }
         if (handSlot >= 0) {
-            add(Place::tableau, c, last, Place::hand,
-                 handSlot, columnToHand);
+            add(Place::tableau, c, last, Place::hand, static_cast<std::size_t>(handSlot), columnToHand);
         }
     }
 
@@ -337,7 +391,7 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
         const CardCode code = cardCode(static_cast<Suit>(suit_[f]), static_cast<Rank>(height_[f]));
         toColumns(Place::foundation, f, 0, code, fromFoundation, fromFoundation);
         if (handSlot >= 0) {
-            add(Place::foundation, f, 0, Place::hand, handSlot, fromFoundation);
+            add(Place::foundation, f, 0, Place::hand, static_cast<std::size_t>(handSlot), fromFoundation);
         }
     }
 

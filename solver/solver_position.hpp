@@ -76,6 +76,9 @@ public:
     // Equal for positions that differ only by the order of the columns, of the hand slots or of
     // two foundations, or by which copy of a card lies where.
     std::uint64_t key() const;
+    // The key of the position `step` leads to, without making it: most moves a search tries
+    // lead to positions it has seen, and this spares them the moving of cards.
+    std::uint64_t keyAfter(const Step& step) const;
     bool isWon() const;
 
     // Every move the rules allow that leads to a different position, minus moves that only
@@ -93,7 +96,6 @@ public:
     const std::array<std::vector<CardCode>, tableauColumnCount>& columns() const { return columns_; }
 
 private:
-    int lowerFoundationOfSuit(int suit) const;
     void push(std::size_t column, CardCode code);
     CardCode pop(std::size_t column);
     void setFoundation(std::size_t index, int height, int suit);

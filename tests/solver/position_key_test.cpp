@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace zelvaine {
 namespace {
 
@@ -95,20 +97,28 @@ TEST(PositionKey, DifferentPositionsGiveDifferentKeys)
     EXPECT_NE(keyOf(one), keyOf(two));
 }
 
-TEST(PositionKey, ApplyThenUndoRestoresTheKey)
+// Walks a few hundred moves through reduced positions, every kind of move included: the key
+// predicted for each move is the one the move makes, and undoing it restores the old one.
+TEST(PositionKey, KeysFollowEveryMove)
 {
-    const GameState state = testing::reducedPosition(11, 16);
-    auto position = solver::SolverPosition::from(state);
-    ASSERT_TRUE(position);
-    const std::uint64_t key = position->key();
-    std::vector<solver::Step> moves;
-    position->generateMoves(moves);
-    ASSERT_FALSE(moves.empty());
-    for (const auto& step : moves) {
-        position->apply(step);
-        EXPECT_NE(position->key(), key);
-        position->undo(step);
-        EXPECT_EQ(position->key(), key);
+    std::mt19937 random(5);
+    for (std::uint64_t seed = 11; seed < 17; ++seed) {
+        auto position = solver::SolverPosition::from(testing::reducedPosition(seed, 16 + seed));
+        ASSERT_TRUE(position);
+        std::vector<solver::Step> moves;
+        for (int walk = 0; walk < 60; ++walk) {
+            position->generateMoves(moves);
+            if (moves.empty()) break;
+            const std::uint64_t key = position->key();
+            for (const auto& step : moves) {
+                const std::uint64_t predicted = position->keyAfter(step);
+                position->apply(step);
+                EXPECT_EQ(position->key(), predicted);
+                position->undo(step);
+                EXPECT_EQ(position->key(), key);
+            }
+            position->apply(moves[std::uniform_int_distribution<std::size_t>(0, moves.size() - 1)(random)]);
+        }
     }
 }
 
