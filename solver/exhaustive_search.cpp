@@ -20,7 +20,8 @@ constexpr std::size_t lineShare = 4;
 
 } // namespace
 
-SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits, std::stop_token stop)
+SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits, ChildOrder order,
+                         std::stop_token stop)
 {
     const std::size_t lineBytes = limits.memoryBytes / lineShare;
     SearchOutcome outcome;
@@ -42,17 +43,23 @@ SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits
     std::vector<Step> moves;
     std::vector<std::pair<int, Step>> ranked;
     bool cut = false;
-    // Children seen before are skipped before they are evaluated; the rest are ranked best first.
+    // Children seen before are skipped before they are evaluated; the rest are put in order.
     auto expand = [&] {
         position.generateMoves(moves, MoveSet::all);
         ranked.clear();
         for (const Step& step : moves) {
             if (seen.contains(position.keyAfter(step))) continue;
+            if (order == ChildOrder::listed) {
+                ranked.push_back({0, step});
+                continue;
+            }
             position.apply(step);
             ranked.push_back({position.evaluate(), step});
             position.undo(step);
         }
-        std::ranges::stable_sort(ranked, [](const auto& a, const auto& b) { return a.first > b.first; });
+        if (order == ChildOrder::ranked) {
+            std::ranges::stable_sort(ranked, [](const auto& a, const auto& b) { return a.first > b.first; });
+        }
         const auto begin = static_cast<std::uint32_t>(steps.size());
         for (const auto& entry : ranked) steps.push_back(entry.second);
         frames.push_back({begin, static_cast<std::uint32_t>(steps.size()), begin});

@@ -43,6 +43,7 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
     const auto start = SolverPosition::from(state);
     if (!start) return {};
     std::uint64_t quickPositions = 0;
+    bool quickSpaceSeen = false;
     {
         // Most deals are won, so the quick searches get most of the budget. A search led by one
         // evaluation now and then buries itself in a corner the other walks past, so two take
@@ -64,7 +65,10 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
             // Both walk the same space, so when one has seen all of it the other cannot win.
             const bool exhausted = std::ranges::any_of(searches, [](const auto& s) { return s.outcome().exhausted; });
             const bool finished = std::ranges::all_of(searches, [](const auto& s) { return s.finished(); });
-            if (exhausted || finished || stop.stop_requested()) break;
+            if (exhausted || finished || stop.stop_requested()) {
+                quickSpaceSeen = exhausted;
+                break;
+            }
         }
         for (const BestFirstSearch& search : searches) quickPositions += search.outcome().positions;
     }
@@ -72,7 +76,10 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
 
     const SearchLimits limits{options.positionBudget - std::min(quickPositions, options.positionBudget),
                               options.memoryBudget, options.maxDepth};
-    const SearchOutcome full = depthFirst(*start, limits, stop);
+    // A deal whose quick space holds no win is nearly always lost: then the complete search is
+    // a proof, and ranking its moves would only slow it down.
+    const SearchOutcome full =
+        depthFirst(*start, limits, quickSpaceSeen ? ChildOrder::listed : ChildOrder::ranked, stop);
     const std::uint64_t positions = quickPositions + full.positions;
     if (full.won) return {Verdict::winnable, movesOf(full.line), positions};
     return {full.exhausted ? Verdict::unwinnable : Verdict::unknown, {}, positions};

@@ -51,10 +51,10 @@ struct SolveResult {
 std::optional<std::string> unsolvableReason(const GameState& state);
 
 // First two best-first searches over the quick move set (MoveSet::quick), led by different
-// evaluations and taking turns, with 3/8 of the budget each: they find most wins quickly and
-// with short lines. Then, unless one won, a depth-first search over
-// every legal move with what is left, which is complete: when it runs out of positions without
-// a cut, the deal cannot be won. Positions that differ only by symmetries of the rules count
+// evaluations and taking turns, with 3/8 of the budget and half the memory each: they find most
+// wins quickly and with short lines. Then, unless one won, a depth-first search over every legal
+// move with what is left, which is complete: when it runs out of positions without a cut, the
+// deal cannot be won. Positions that differ only by symmetries of the rules count
 // once. Stopping through `stop` gives "unknown" at the next position examined.
 // Positions are remembered by 64-bit keys only; two positions sharing a key would make one of
 // them look seen, a chance near n²/2^65 for n positions (below one in a million at 10^6).
