@@ -173,6 +173,29 @@ void SolverPosition::refresh(std::size_t column)
     columnsSum_ -= columnMixed_[column];
     columnMixed_[column] = mix(columnHash_[column]);
     columnsSum_ += columnMixed_[column];
+
+    staleBlockers_ |= static_cast<std::uint16_t>(1u << column);
+}
+
+int SolverPosition::blockersOf(std::size_t column) const
+{
+    if (staleBlockers_ & (1u << column)) {
+        // Runs lying on a card of lower rank: each needs at least one move away first.
+        const auto& cards = columns_[column];
+        int blockers = 0;
+        int lowest = 14;
+        bool previousBlocks = false;
+        for (std::size_t p = 0; p < cards.size(); ++p) {
+            const int rank = rankOf(cards[p]);
+            const bool blocks = rank > lowest;
+            if (blocks && !(previousBlocks && buildsDown(cards[p], cards[p - 1]))) ++blockers;
+            previousBlocks = blocks;
+            lowest = std::min(lowest, rank);
+        }
+        blockers_[column] = static_cast<std::uint8_t>(std::min(blockers, 255));
+        staleBlockers_ &= static_cast<std::uint16_t>(~(1u << column));
+    }
+    return blockers_[column];
 }
 
 bool SolverPosition::isWon() const
@@ -186,6 +209,9 @@ void SolverPosition::push(std::size_t column, CardCode code)
 {
     auto& cards = columns_[column];
     columnHash_[column] ^= zobrist().column[cards.size()][code];
+    // A third copy (a position no deal reaches) only blurs the evaluation.
+    auto& copies = spots_[code];
+    copies[copies[0].column == noCard ? 0 : 1] = {static_cast<std::uint8_t>(column), static_cast<std::uint8_t>(cards.size())};
     cards.push_back(code);
 }
 
@@ -195,6 +221,12 @@ CardCode SolverPosition::pop(std::size_t column)
     const CardCode code = cards.back();
     cards.pop_back();
     columnHash_[column] ^= zobrist().column[cards.size()][code];
+    for (Spot& spot : spots_[code]) {
+        if (spot.column == column && spot.index == cards.size()) {
+            spot.column = noCard;
+            break;
+        }
+    }
     return code;
 }
 
@@ -414,49 +446,42 @@ int SolverPosition::evaluate(Lookahead lookahead) const
     constexpr int perNeededDepth = 2;
     constexpr int perEmptyColumn = 8;
     constexpr int perFreeSlot = 3;
-    constexpr std::uint8_t nowhere = 0xFF;
     int out = 0;
     int blockers = 0;
     int score = 0;
-    // How many cards cover each card's nearer and farther copy.
-    std::array<std::uint8_t, 52> nearer;
-    std::array<std::uint8_t, 52> farther;
-    nearer.fill(nowhere);
-    farther.fill(nowhere);
-    auto place = [&](CardCode code, std::uint8_t covering) {
-        if (covering < nearer[code]) {
-            farther[code] = nearer[code];
-            nearer[code] = covering;
-        } else if (covering < farther[code]) {
-            farther[code] = covering;
-        }
-    };
-    for (const auto& column : columns_) {
-        const std::size_t size = column.size();
-        if (size == 0) {
-            score += perEmptyColumn;
-            continue;
-        }
+    for (std::size_t c = 0; c < tableauColumnCount; ++c) {
+        const std::size_t size = columns_[c].size();
+        if (size == 0) score += perEmptyColumn;
         out += static_cast<int>(size);
-        int lowest = 14;
-        bool previousBlocks = false;
-        for (std::size_t p = 0; p < size; ++p) {
-            const int rank = rankOf(column[p]);
-            const bool blocks = rank > lowest;
-            if (blocks && !(previousBlocks && buildsDown(column[p], column[p - 1]))) ++blockers;
-            previousBlocks = blocks;
-            lowest = std::min(lowest, rank);
-            place(column[p], static_cast<std::uint8_t>(size - 1 - p));
-        }
+        blockers += blockersOf(c);
     }
     for (const CardCode code : hand_) {
         if (code == noCard) {
             score += perFreeSlot;
         } else {
             ++out;
-            place(code, 0);
         }
     }
+    // How many cards cover the nearer and the farther copy of a card.
+    constexpr int nowhere = 0xFF;
+    auto covering = [&](CardCode code) {
+        std::array<int, 2> depths{nowhere, nowhere};
+        auto place = [&](int cards) {
+            if (cards < depths[0]) {
+                depths[1] = depths[0];
+                depths[0] = cards;
+            } else if (cards < depths[1]) {
+                depths[1] = cards;
+            }
+        };
+        for (const Spot& spot : spots_[code]) {
+            if (spot.column != noCard) place(static_cast<int>(columns_[spot.column].size()) - 1 - spot.index);
+        }
+        for (const CardCode held : hand_) {
+            if (held == code) place(0);
+        }
+        return depths;
+    };
     for (int suit = 0; suit < 4; ++suit) {
         std::array<int, 2> heights{};
         int started = 0;
@@ -469,9 +494,9 @@ int SolverPosition::evaluate(Lookahead lookahead) const
         for (int k = 0; k < waiting; ++k) {
             const int height = heights[static_cast<std::size_t>(k)];
             if (height == 13) continue;
-            const CardCode next = cardCode(static_cast<Suit>(suit), static_cast<Rank>(height + 1));
+            const auto depths = covering(cardCode(static_cast<Suit>(suit), static_cast<Rank>(height + 1)));
             const bool twin = lookahead == Lookahead::everyFoundation && k == 1 && heights[0] == height;
-            const std::uint8_t cards = twin ? farther[next] : nearer[next];
+            const int cards = depths[twin ? 1 : 0];
             if (cards != nowhere) score -= perNeededDepth * cards;
         }
     }

@@ -102,6 +102,7 @@ private:
     // Brings a column's scrambled hash and their sum up to date after the column changed.
     void refresh(std::size_t column);
     void refreshTouched(const Step& step);
+    int blockersOf(std::size_t column) const;
 
     std::array<std::vector<CardCode>, tableauColumnCount> columns_;
     std::array<CardCode, handSlotCount> hand_{noCard, noCard, noCard, noCard};
@@ -116,6 +117,17 @@ private:
     std::uint64_t columnsSum_ = 0;
     std::uint64_t handSum_ = 0;
     std::uint64_t foundationSum_ = 0;
+
+    // Where the copies of each card lie in the columns, and each column's count of runs lying on
+    // a lower card, kept up to date so that evaluate() need not look at every card.
+    struct Spot {
+        std::uint8_t column = noCard;
+        std::uint8_t index = 0;
+    };
+    std::array<std::array<Spot, 2>, 52> spots_{};
+    // Counted when evaluate() needs them: most positions a search makes are never evaluated.
+    mutable std::array<std::uint8_t, tableauColumnCount> blockers_{};
+    mutable std::uint16_t staleBlockers_ = 0;
 };
 
 } // namespace zelvaine::solver
