@@ -47,9 +47,9 @@ constexpr std::string_view usage =
     "STATE is a position file, or - for standard input.\n"
     "SOURCE: tableau:C:I, hand:I or foundation:I; DESTINATION: tableau:C, foundation:F, hand or hand:S.\n"
     "solve prints the verdict (winnable, unwinnable or unknown when the budget of N positions runs\n"
-    "out, 1000000 by default, within 64 MB) and, when winnable, the moves as \"SOURCE>DESTINATION\"\n"
+    "out, 2000000 by default, within 64 MB) and, when winnable, the moves as \"SOURCE>DESTINATION\"\n"
     "texts that replay through move from STATE, for example \"tableau:3:9>foundation:0\".\n"
-    "--exact searches up to 18000000 positions within 512 MB, for a verdict on nearly every deal.\n"
+    "--exact searches up to 30000000 positions within 512 MB, for a verdict on nearly every deal.\n"
     "survey solves N deals shuffled from seed S; its win rate and 95% Wilson interval count only\n"
     "the deals with a verdict, times are milliseconds of processor time.\n";
 
