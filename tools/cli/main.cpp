@@ -360,9 +360,17 @@ double shareOf(const std::vector<double>& decidedMilliseconds, double limit, std
     return deals == 0 ? 0.0 : static_cast<double>(within) / static_cast<double>(deals);
 }
 
-// Hands the memory of the last solve back to the system. Deals ask for tables of different
-// sizes, and without this the allocator's kept blocks would pile up over thousands of deals
-// and the process's peak would say more about them than about any one solve.
+// Deals ask for tables of different sizes, and the allocator would keep freed blocks and pile
+// them up over thousands of deals, so that the process's peak would say more about them than
+// about any one solve. Large blocks are therefore mapped and unmapped one by one, and what is
+// left over is handed back after each solve.
+void keepLargeBlocksMapped()
+{
+#if defined(__GLIBC__)
+    mallopt(M_MMAP_THRESHOLD, 1 << 20);
+#endif
+}
+
 void releaseFreedMemory()
 {
 #if defined(__GLIBC__)
@@ -385,6 +393,7 @@ std::string surveyCommand(std::span<const std::string_view> args)
     if (!options.deals || !options.seed) throw UsageError{"'survey' needs --deals N and --seed S"};
     const auto solverSettings = solverOptions(options);
 
+    keepLargeBlocksMapped();
     SeededRandom random(*options.seed);
     std::uint64_t won = 0;
     std::uint64_t lost = 0;
