@@ -254,6 +254,17 @@ enum Priority : int {
 
 } // namespace
 
+std::array<std::array<int, 2>, 4> SolverPosition::suitHeights() const
+{
+    std::array<std::array<int, 2>, 4> heights{};
+    std::array<std::size_t, 4> started{};
+    for (std::size_t f = 0; f < foundationCount; ++f) {
+        const std::size_t suit = suit_[f];
+        if (height_[f] > 0 && started[suit] < 2) heights[suit][started[suit]++] = height_[f];
+    }
+    return heights;
+}
+
 // Sending card c (suit s, rank r) home loses no win, and lengthens no shortest win, when both
 // foundations of s and of each suit of the other colour are at r - 1 or higher, and both of the
 // other suit of c's colour at r - 2 or higher. By induction on r:
@@ -332,26 +343,18 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
     }
     std::array<std::int8_t, 52> home;
     home.fill(-1);
-    std::array<int, 4> lowestPair{};
-    {
-        std::array<int, 4> started{};
-        std::array<int, 4> highest{};
-        for (std::size_t f = foundationCount; f-- > 0;) {
-            const int height = height_[f];
-            if (height == 0) {
-                for (int suit = 0; suit < 4; ++suit) home[cardCode(static_cast<Suit>(suit), Rank::ace)] = static_cast<std::int8_t>(f);
-                continue;
-            }
-            const std::size_t suit = suit_[f];
-            if (height < 13) home[cardCode(static_cast<Suit>(suit), static_cast<Rank>(height + 1))] = static_cast<std::int8_t>(f);
-            // The lower of the suit's two foundations, 0 while one of them is not started.
-            if (started[suit]++ == 0) {
-                highest[suit] = height;
-            } else {
-                lowestPair[suit] = std::min(highest[suit], height);
-            }
+    for (std::size_t f = foundationCount; f-- > 0;) {
+        const int height = height_[f];
+        if (height == 0) {
+            for (int suit = 0; suit < 4; ++suit) home[cardCode(static_cast<Suit>(suit), Rank::ace)] = static_cast<std::int8_t>(f);
+        } else if (height < 13) {
+            home[cardCode(static_cast<Suit>(suit_[f]), static_cast<Rank>(height + 1))] = static_cast<std::int8_t>(f);
         }
     }
+    // The lower of each suit's two foundations, 0 while one of them is not started.
+    std::array<int, 4> lowestPair{};
+    const auto pairs = suitHeights();
+    for (std::size_t suit = 0; suit < 4; ++suit) lowestPair[suit] = std::min(pairs[suit][0], pairs[suit][1]);
     const auto freeSlot = std::ranges::find(hand_, noCard);
     const int handSlot = freeSlot == hand_.end() ? -1 : static_cast<int>(freeSlot - hand_.begin());
 
@@ -482,12 +485,10 @@ int SolverPosition::evaluate(Lookahead lookahead) const
         }
         return depths;
     };
+    const auto pairs = suitHeights();
     for (int suit = 0; suit < 4; ++suit) {
-        std::array<int, 2> heights{};
-        int started = 0;
-        for (std::size_t f = 0; f < foundationCount && started < 2; ++f) {
-            if (height_[f] > 0 && suit_[f] == suit) heights[static_cast<std::size_t>(started++)] = height_[f];
-        }
+        const std::array<int, 2>& heights = pairs[static_cast<std::size_t>(suit)];
+        const int started = (heights[0] > 0) + (heights[1] > 0);
         // A suit ends on two foundations, so an unstarted one waits for an ace; when both wait
         // for the same card, the second waits for its farther copy.
         const int waiting = lookahead == Lookahead::everyFoundation ? 2 : started;

@@ -103,6 +103,8 @@ private:
     void refresh(std::size_t column);
     void refreshTouched(const Step& step);
     int blockersOf(std::size_t column) const;
+    // The heights of each suit's two foundations, started ones first, 0 for one not started.
+    std::array<std::array<int, 2>, 4> suitHeights() const;
 
     std::array<std::vector<CardCode>, tableauColumnCount> columns_;
     std::array<CardCode, handSlotCount> hand_{noCard, noCard, noCard, noCard};
