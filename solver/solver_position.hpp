@@ -53,8 +53,9 @@ bool safeHome(CardCode code, const std::array<int, 4>& lowestPair);
 bool nearlySafeHome(CardCode code, const std::array<int, 4>& lowestPair);
 
 // Every legal move, for a complete search; or, for a quick one, no moves back from the
-// foundations and nearly safe cards sent home at once (nearlySafeHome). The quick set finds most
-// wins in a far smaller space, and may miss some.
+// foundations, no part of a string moved onto another column's card, and nearly safe cards sent
+// home at once (nearlySafeHome). The quick set finds most wins in a far smaller space, and may
+// miss some.
 enum class MoveSet : std::uint8_t { all, quick };
 
 // What the evaluation weighs of the cards the foundations wait for: the next card of every
@@ -127,9 +128,15 @@ private:
         std::uint8_t index = 0;
     };
     std::array<std::array<Spot, 2>, 52> spots_{};
-    // Counted when evaluate() needs them: most positions a search makes are never evaluated.
-    mutable std::array<std::uint8_t, tableauColumnCount> blockers_{};
-    mutable std::uint16_t staleBlockers_ = 0;
+    // For each card of a column, what the column down to it adds up to: the lowest rank, whether
+    // the card lies on a lower one, and the count of runs that do. Cards come and go only at the
+    // end, so each push costs one entry and a pop none.
+    struct Prefix {
+        std::uint8_t lowest = 14;
+        std::uint8_t blockers = 0;
+        bool blocks = false;
+    };
+    std::array<std::array<Prefix, cardCount>, tableauColumnCount> prefix_{};
 };
 
 } // namespace zelvaine::solver
