@@ -11,7 +11,7 @@ namespace {
 constexpr int costPerMove = 5;
 
 // A node and its heap entry; the position table comes on top.
-constexpr std::size_t bytesPerNode = 16 + 8;
+constexpr std::size_t bytesPerNode = 12 + 8;
 
 std::uint64_t budgetFor(const SearchLimits& limits)
 {
@@ -33,6 +33,8 @@ BestFirstSearch::BestFirstSearch(const SolverPosition& start, Guide guide, const
       seen_(std::max<std::uint64_t>(budget_, 1))
 {
     static_assert(sizeof(Node) + sizeof(Candidate) <= bytesPerNode);
+    // Depths are kept in 16 bits; best-first lines run to a few hundred moves.
+    limits_.maxDepth = std::min<std::size_t>(limits_.maxDepth, UINT16_MAX);
     if (budget_ == 0) {
         finished_ = true;
         return;
@@ -44,7 +46,7 @@ BestFirstSearch::BestFirstSearch(const SolverPosition& start, Guide guide, const
         return;
     }
     nodes_.reserve(budget_ + 1);
-    nodes_.push_back({0, 0, {}});
+    nodes_.push_back({0, 0, Step{}});
     queue_.reserve(budget_ + 1);
     queue_.push_back({0, 0});
 }
@@ -100,8 +102,8 @@ void BestFirstSearch::runUntil(std::uint64_t positions, std::stop_token stop)
             if (seen_.insert(position_.keyAfter(step)) == PositionTable::Insert::added) {
                 position_.apply(step);
                 ++outcome_.positions;
-                const std::uint32_t depth = nodes_[current].depth + 1;
-                nodes_.push_back({current, depth, step});
+                const std::uint32_t depth = nodes_[current].depth + 1u;
+                nodes_.push_back({current, static_cast<std::uint16_t>(depth), step});
                 const auto node = static_cast<std::uint32_t>(nodes_.size() - 1);
                 if (position_.isWon()) {
                     position_.undo(step);

@@ -32,7 +32,7 @@ public:
 private:
     struct Node {
         std::uint32_t parent;
-        std::uint32_t depth;
+        std::uint16_t depth;
         Step step;
     };
     struct Candidate {

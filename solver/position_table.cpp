@@ -1,6 +1,5 @@
 #include "solver/position_table.hpp"
 
-#include <bit>
 #include <new>
 
 namespace zelvaine::solver {
@@ -8,8 +7,16 @@ namespace {
 
 constexpr std::uint64_t zeroStandIn = 0x9E3779B97F4A7C15ull;
 
-// Linear probing stays short up to three quarters full.
-std::size_t slotsFor(std::size_t capacity) { return std::bit_ceil(std::max<std::size_t>(16, capacity / 3 * 4 + 4)); }
+// Linear probing stays short up to three quarters full. The size is not rounded to a power of
+// two: that would waste up to half the table, and the memory budget is what limits a search.
+std::size_t slotsFor(std::size_t capacity) { return std::max<std::size_t>(16, capacity / 3 * 4 + 4); }
+
+// The key is already well mixed, so the high half of its product with the size is a fair slot.
+__extension__ using Uint128 = unsigned __int128;
+std::size_t slotOf(std::uint64_t key, std::size_t slots)
+{
+    return static_cast<std::size_t>((static_cast<Uint128>(key) * slots) >> 64);
+}
 
 } // namespace
 
@@ -20,7 +27,7 @@ PositionTable::PositionTable(std::size_t capacity)
     // only backed by memory once written.
     slots_.reset(static_cast<std::uint64_t*>(std::calloc(slots, sizeof(std::uint64_t))));
     if (!slots_) throw std::bad_alloc();
-    mask_ = slots - 1;
+    slotCount_ = slots;
     capacity_ = slots / 4 * 3;
 }
 
@@ -29,8 +36,7 @@ std::size_t PositionTable::bytesFor(std::size_t capacity) { return slotsFor(capa
 PositionTable::Insert PositionTable::insert(std::uint64_t key)
 {
     if (key == 0) key = zeroStandIn;
-    // The key is already well mixed, so its low bits are a fair slot number.
-    for (std::size_t i = key & mask_;; i = (i + 1) & mask_) {
+    for (std::size_t i = slotOf(key, slotCount_);; i = i + 1 == slotCount_ ? 0 : i + 1) {
         if (slots_[i] == key) return Insert::present;
         if (slots_[i] == 0) {
             if (size_ >= capacity_) return Insert::full;
@@ -44,7 +50,7 @@ PositionTable::Insert PositionTable::insert(std::uint64_t key)
 bool PositionTable::contains(std::uint64_t key) const
 {
     if (key == 0) key = zeroStandIn;
-    for (std::size_t i = key & mask_;; i = (i + 1) & mask_) {
+    for (std::size_t i = slotOf(key, slotCount_);; i = i + 1 == slotCount_ ? 0 : i + 1) {
         if (slots_[i] == key) return true;
         if (slots_[i] == 0) return false;
     }

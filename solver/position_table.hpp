@@ -30,7 +30,7 @@ private:
         void operator()(std::uint64_t* slots) const { std::free(slots); }
     };
     std::unique_ptr<std::uint64_t[], Free> slots_;
-    std::size_t mask_ = 0;
+    std::size_t slotCount_ = 0;
     std::size_t capacity_ = 0;
     std::size_t size_ = 0;
 };
