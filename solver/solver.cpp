@@ -74,8 +74,20 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
     }
     if (stop.stop_requested()) return {Verdict::unknown, {}, quickPositions};
 
-    const SearchLimits limits{options.positionBudget - std::min(quickPositions, options.positionBudget),
-                              options.memoryBudget, options.maxDepth};
+    auto remaining = [&] { return options.positionBudget - std::min(quickPositions, options.positionBudget); };
+    if (quickSpaceSeen) {
+        // Some wins need part of a string moved onto an equal card; the space with such moves is
+        // still small while nothing comes back from the foundations. Half of what is left keeps
+        // the other half for the proof when this finds nothing.
+        const SearchLimits half{remaining() / 2, options.memoryBudget, options.maxDepth};
+        BestFirstSearch splits(*start, {MoveSet::noReturns, Lookahead::everyFoundation}, half);
+        splits.runUntil(half.positions, stop);
+        quickPositions += splits.outcome().positions;
+        if (splits.outcome().won) return {Verdict::winnable, movesOf(splits.outcome().line), quickPositions};
+        if (stop.stop_requested()) return {Verdict::unknown, {}, quickPositions};
+    }
+
+    const SearchLimits limits{remaining(), options.memoryBudget, options.maxDepth};
     // A deal whose quick space holds no win is nearly always lost: then the complete search is
     // a proof, and ranking its moves would only slow it down.
     const SearchOutcome full =

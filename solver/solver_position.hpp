@@ -54,11 +54,11 @@ bool safeHome(CardCode code, const std::array<int, 4>& lowestPair);
 // both foundations within three ranks below it. Unlike safeHome, this can lose a win.
 bool nearlySafeHome(CardCode code, const std::array<int, 4>& lowestPair);
 
-// Every legal move, for a complete search; or, for a quick one, no moves back from the
-// foundations, no part of a string moved onto another column's card, and nearly safe cards sent
-// home at once (nearlySafeHome). The quick set finds most wins in a far smaller space, and may
-// miss some.
-enum class MoveSet : std::uint8_t { all, quick };
+// Every legal move, for a complete search. The cheaper sets may miss wins: `noReturns` leaves
+// out moves back from the foundations and sends nearly safe cards home at once
+// (nearlySafeHome); `quick` also leaves out moving part of a string onto another column's card.
+// The quick set finds most wins in a far smaller space.
+enum class MoveSet : std::uint8_t { all, noReturns, quick };
 
 // What the evaluation weighs of the cards the foundations wait for: the next card of every
 // foundation (an ace for one not started, and the farther copy for the second of two that wait
@@ -86,7 +86,7 @@ public:
 
     // Every move the rules allow that leads to a different position, minus moves that only
     // lead to a symmetric twin of another listed move, roughly best first. When a card is safe
-    // to send home (safeHome, or nearlySafeHome for the quick set), that move alone.
+    // to send home (safeHome, or nearlySafeHome for the cheaper sets), that move alone.
     void generateMoves(std::vector<Step>& out, MoveSet set = MoveSet::all) const;
 
     // A rough measure of progress: cards home, free places, and how deep the cards the

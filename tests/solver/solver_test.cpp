@@ -1,3 +1,4 @@
+#include "solver/best_first.hpp"
 #include "solver/solver.hpp"
 #include "solver/solver_task.hpp"
 
@@ -90,6 +91,24 @@ TEST(SolverLines, SeededDealsThatAreWonReplayToAWin)
         }
     }
     EXPECT_GT(won, 0) << "no deal was won within the budget, so no line was checked";
+}
+
+// Deal 734 of seed 1 is won only by moving part of a string onto an equal card: the quick space
+// holds no win, so the search that allows splits must find it.
+TEST(SolverLines, WinThatNeedsASplitIsFound)
+{
+    SeededRandom random(1);
+    GameState state;
+    for (int deal = 0; deal <= 734; ++deal) state = dealNewGame(random);
+    const auto start = solver::SolverPosition::from(state);
+    ASSERT_TRUE(start);
+    solver::BestFirstSearch quick(*start, {solver::MoveSet::quick, solver::Lookahead::everyFoundation},
+                                  {100'000, std::size_t{16} << 20, 4000});
+    quick.runUntil(100'000, {});
+    ASSERT_TRUE(quick.outcome().exhausted);
+    ASSERT_FALSE(quick.outcome().won);
+
+    EXPECT_TRUE(winsWhenReplayed(state, solver::solve(state, {.positionBudget = 200'000, .maxDepth = 4000})));
 }
 
 // Some deals are dead from the start, like the seventeenth of seed 1: the solver's proof must
