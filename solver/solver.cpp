@@ -46,12 +46,12 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
     bool quickSpaceSeen = false;
     {
         // Most deals are won, so the quick searches get most of the budget. A search led by one
-        // evaluation now and then buries itself in a corner the other walks past, so two take
-        // turns; a deal they cannot win in their smaller space is usually one they run out of
-        // early, which leaves the rest to the complete search.
+        // evaluation and move set now and then buries itself in a corner the other walks past,
+        // so two take turns; a deal they cannot win in their smaller space is usually one they
+        // run out of early, which leaves the rest to the complete search.
         const SearchLimits each{options.positionBudget / 8 * 3, options.memoryBudget / 2, options.maxDepth};
         std::array searches{BestFirstSearch(*start, {MoveSet::quick, Lookahead::everyFoundation}, each),
-                            BestFirstSearch(*start, {MoveSet::quick, Lookahead::startedFoundations}, each)};
+                            BestFirstSearch(*start, {MoveSet::keepRuns, Lookahead::startedFoundations}, each)};
         constexpr std::uint64_t slice = 4096;
         for (std::uint64_t until = slice;; until += slice) {
             for (BestFirstSearch& search : searches) {
@@ -62,8 +62,9 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
                     return {Verdict::winnable, movesOf(search.outcome().line), positions};
                 }
             }
-            // Both walk the same space, so when one has seen all of it the other cannot win.
-            const bool exhausted = std::ranges::any_of(searches, [](const auto& s) { return s.outcome().exhausted; });
+            // The second walks part of the first one's space: only the first, having seen all of
+            // it, shows that the quick space holds no win.
+            const bool exhausted = searches[0].outcome().exhausted;
             const bool finished = std::ranges::all_of(searches, [](const auto& s) { return s.finished(); });
             if (exhausted || finished || stop.stop_requested()) {
                 quickSpaceSeen = exhausted;

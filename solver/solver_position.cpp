@@ -405,7 +405,7 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
             // elsewhere. Splits multiply the arrangements of the same cards, and what one opens up
             // can mostly be reached through the hand too; the quick set keeps only the split that
             // gives a king an empty column. On hard deals this finds wins several times sooner.
-            if (set == MoveSet::quick && !whole) {
+            if ((set == MoveSet::quick || set == MoveSet::keepRuns) && !whole) {
                 if (emptyColumn >= 0 && emptyPriority >= 0 && rankOf(column[start]) == 13) {
                     add(Place::tableau, c, start, Place::tableau, static_cast<std::size_t>(emptyColumn), emptyPriority);
                 }
@@ -417,7 +417,8 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
         if (home[lowest] >= 0) {
             add(Place::tableau, c, last, Place::foundation, static_cast<std::size_t>(home[lowest]), toFoundation);
         }
-        if (handSlot >= 0) {
+        const bool extendsRun = last > 0 && buildsDown(lowest, column[last - 1]) && home[column[last - 1]] < 0;
+        if (handSlot >= 0 && !(set == MoveSet::keepRuns && extendsRun)) {
             add(Place::tableau, c, last, Place::hand, static_cast<std::size_t>(handSlot), columnToHand);
         }
     }
