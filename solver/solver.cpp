@@ -42,7 +42,7 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
 {
     const auto start = SolverPosition::from(state);
     if (!start) return {};
-    std::uint64_t quickPositions = 0;
+    std::uint64_t spent = 0;
     bool quickSpaceSeen = false;
     {
         // Most deals are won, so the quick searches get most of the budget. A search led by one
@@ -71,21 +71,21 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
                 break;
             }
         }
-        for (const BestFirstSearch& search : searches) quickPositions += search.outcome().positions;
+        for (const BestFirstSearch& search : searches) spent += search.outcome().positions;
     }
-    if (stop.stop_requested()) return {Verdict::unknown, {}, quickPositions};
+    if (stop.stop_requested()) return {Verdict::unknown, {}, spent};
 
-    auto remaining = [&] { return options.positionBudget - std::min(quickPositions, options.positionBudget); };
-    if (quickSpaceSeen) {
-        // Some wins need part of a string moved onto an equal card; the space with such moves is
-        // still small while nothing comes back from the foundations. Half of what is left keeps
-        // the other half for the proof when this finds nothing.
+    auto remaining = [&] { return options.positionBudget - std::min(spent, options.positionBudget); };
+    {
+        // Some wins need part of a string moved onto an equal card; while nothing comes back from
+        // the foundations, the space with such moves is still small enough to search by
+        // evaluation. Half of what is left keeps the other half for the complete search.
         const SearchLimits half{remaining() / 2, options.memoryBudget, options.maxDepth};
         BestFirstSearch splits(*start, {MoveSet::noReturns, Lookahead::everyFoundation}, half);
         splits.runUntil(half.positions, stop);
-        quickPositions += splits.outcome().positions;
-        if (splits.outcome().won) return {Verdict::winnable, movesOf(splits.outcome().line), quickPositions};
-        if (stop.stop_requested()) return {Verdict::unknown, {}, quickPositions};
+        spent += splits.outcome().positions;
+        if (splits.outcome().won) return {Verdict::winnable, movesOf(splits.outcome().line), spent};
+        if (stop.stop_requested()) return {Verdict::unknown, {}, spent};
     }
 
     const SearchLimits limits{remaining(), options.memoryBudget, options.maxDepth};
@@ -93,7 +93,7 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
     // a proof, and ranking its moves would only slow it down.
     const SearchOutcome full =
         depthFirst(*start, limits, quickSpaceSeen ? ChildOrder::listed : ChildOrder::ranked, stop);
-    const std::uint64_t positions = quickPositions + full.positions;
+    const std::uint64_t positions = spent + full.positions;
     if (full.won) return {Verdict::winnable, movesOf(full.line), positions};
     return {full.exhausted ? Verdict::unwinnable : Verdict::unknown, {}, positions};
 }
