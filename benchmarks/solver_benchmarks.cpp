@@ -41,8 +41,8 @@ void BM_SolveSeededDeals(benchmark::State& state)
 BENCHMARK(BM_SolveSeededDeals)->Arg(20'000)->Arg(200'000)->Unit(benchmark::kMillisecond);
 
 // From cancel() to the result, for a search stopped after the given milliseconds. Deal 17 of seed
-// 1 cannot be won and takes about two thirds of a second to prove: at 50 ms the quick searches are
-// running, at 500 ms (on a 2020s desktop) the complete depth-first search. The target is 10 ms.
+// 1 cannot be won and takes about half a second to prove: at 50 ms the quick searches are
+// running, at 500 ms (on a 2020s desktop) the ones that follow them. The target is 10 ms.
 void BM_CancelLatency(benchmark::State& state)
 {
     const GameState deal = seededDeal(1, 17);
