@@ -48,7 +48,7 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
         // Most deals are won, so the quick searches get most of the budget. A search led by one
         // evaluation and move set now and then buries itself in a corner the other walks past,
         // so two take turns; a deal they cannot win in their smaller space is usually one they
-        // run out of early, which leaves the rest to the complete search.
+        // run out of early, which leaves the rest to the searches that follow.
         const SearchLimits each{options.positionBudget / 8 * 3, options.memoryBudget / 2, options.maxDepth};
         std::array searches{BestFirstSearch(*start, {MoveSet::quick, Lookahead::everyFoundation}, each),
                             BestFirstSearch(*start, {MoveSet::keepRuns, Lookahead::startedFoundations}, each)};

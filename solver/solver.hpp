@@ -56,9 +56,9 @@ std::optional<std::string> unsolvableReason(const GameState& state);
 // each: they find most wins quickly and with short lines. Next a best-first search that may also
 // split strings (MoveSet::noReturns) takes half of what is left. Then, unless one won, a
 // depth-first search over every legal move with what is left, which is complete: when it runs
-// out of positions without a cut, the deal cannot be won.
-// Positions that differ only by symmetries of the rules count once. Stopping through `stop`
-// gives "unknown" at the next position examined.
+// out of positions without a cut, the deal cannot be won. Positions that differ only by
+// symmetries of the rules count once. Stopping through `stop` gives "unknown" at the next
+// position examined.
 // Positions are remembered by 64-bit keys only; two positions sharing a key would make one of
 // them look seen, a chance near n²/2^65 for n positions (below one in a million at 10^6).
 SolveResult solve(const GameState& state, const SolverOptions& options = {}, std::stop_token stop = {});

@@ -58,8 +58,8 @@ bool nearlySafeHome(CardCode code, const std::array<int, 4>& lowestPair);
 // out moves back from the foundations and sends nearly safe cards home at once
 // (nearlySafeHome); `quick` also leaves out moving part of a string onto another column's card;
 // `keepRuns` also keeps a card that lies on the card it builds down from out of the hand, unless
-// that card can then go home. The quick set finds most wins in a far smaller space, and the
-// keepRuns part of it finds some that the quick search wanders past.
+// the card beneath could then go home. The quick set finds most wins in a far smaller space, and
+// the keepRuns part of it finds some that the quick search wanders past.
 enum class MoveSet : std::uint8_t { all, noReturns, quick, keepRuns };
 
 // What the evaluation weighs of the cards the foundations wait for: the next card of every
