@@ -417,8 +417,9 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
         if (home[lowest] >= 0) {
             add(Place::tableau, c, last, Place::foundation, static_cast<std::size_t>(home[lowest]), toFoundation);
         }
-        const bool extendsRun = last > 0 && buildsDown(lowest, column[last - 1]) && home[column[last - 1]] < 0;
-        if (handSlot >= 0 && !(set == MoveSet::keepRuns && extendsRun)) {
+        const bool keptInRun = set == MoveSet::keepRuns && last > 0 && buildsDown(lowest, column[last - 1]) &&
+                               home[column[last - 1]] < 0;
+        if (handSlot >= 0 && !keptInRun) {
             add(Place::tableau, c, last, Place::hand, static_cast<std::size_t>(handSlot), columnToHand);
         }
     }
