@@ -98,8 +98,15 @@ void BestFirstSearch::runUntil(std::uint64_t positions, std::stop_token stop)
         queue_.pop_back();
         moveTo(current);
         position_.generateMoves(moves_, guide_.moves);
+        // The table is far larger than the caches: fetch the slots of all children at once.
+        moveKeys_.clear();
         for (const Step& step : moves_) {
-            if (seen_.insert(position_.keyAfter(step)) == PositionTable::Insert::added) {
+            moveKeys_.push_back(position_.keyAfter(step));
+            seen_.prefetch(moveKeys_.back());
+        }
+        for (std::size_t i = 0; i < moves_.size(); ++i) {
+            const Step& step = moves_[i];
+            if (seen_.insert(moveKeys_[i]) == PositionTable::Insert::added) {
                 position_.apply(step);
                 ++outcome_.positions;
                 const std::uint32_t depth = nodes_[current].depth + 1u;

@@ -54,6 +54,7 @@ private:
     std::vector<Candidate> queue_; // a heap, best on top
     std::vector<Step> path_;
     std::vector<Step> moves_;
+    std::vector<std::uint64_t> moveKeys_;
     std::uint32_t here_ = 0; // the node `position_` stands on
     bool cut_ = false;
     bool finished_ = false;

@@ -31,6 +31,9 @@ SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits
 
     SolverPosition position = start;
     PositionTable seen(budget);
+    // It comes after the cheap searches, which most often settle a deal: what reaches it tends
+    // to take long.
+    seen.useLargePages();
     seen.insert(position.key());
     outcome.positions = 1;
     if (position.isWon()) {
@@ -41,21 +44,29 @@ SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits
     std::vector<Step> steps;
     std::vector<Frame> frames;
     std::vector<Step> moves;
+    std::vector<std::uint64_t> moveKeys;
     std::vector<std::pair<int, Step>> ranked;
     bool cut = false;
     // Children seen before are skipped before they are evaluated; the rest are put in order.
+    // Most children were seen, and the table is far larger than the processor's caches, so the
+    // slots of all children are fetched at once before any is looked at.
     auto expand = [&] {
         position.generateMoves(moves, MoveSet::all);
-        ranked.clear();
+        moveKeys.clear();
         for (const Step& step : moves) {
-            if (seen.contains(position.keyAfter(step))) continue;
+            moveKeys.push_back(position.keyAfter(step));
+            seen.prefetch(moveKeys.back());
+        }
+        ranked.clear();
+        for (std::size_t i = 0; i < moves.size(); ++i) {
+            if (seen.contains(moveKeys[i])) continue;
             if (order == ChildOrder::listed) {
-                ranked.push_back({0, step});
+                ranked.push_back({0, moves[i]});
                 continue;
             }
-            position.apply(step);
-            ranked.push_back({position.evaluate(), step});
-            position.undo(step);
+            position.apply(moves[i]);
+            ranked.push_back({position.evaluate(), moves[i]});
+            position.undo(moves[i]);
         }
         if (order == ChildOrder::ranked) {
             std::ranges::stable_sort(ranked, [](const auto& a, const auto& b) { return a.first > b.first; });

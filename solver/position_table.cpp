@@ -1,6 +1,11 @@
 #include "solver/position_table.hpp"
 
+#include <cstdint>
 #include <new>
+
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
 
 namespace zelvaine::solver {
 namespace {
@@ -18,6 +23,9 @@ std::size_t slotOf(std::uint64_t key, std::size_t slots)
     return static_cast<std::size_t>((static_cast<Uint128>(key) * slots) >> 64);
 }
 
+// Tables up to this size always ask for large pages: zeroing all of one costs a few ms at most.
+constexpr std::size_t alwaysLargeBytes = std::size_t{64} << 20;
+
 } // namespace
 
 PositionTable::PositionTable(std::size_t capacity)
@@ -29,6 +37,18 @@ PositionTable::PositionTable(std::size_t capacity)
     if (!slots_) throw std::bad_alloc();
     slotCount_ = slots;
     capacity_ = slots / 4 * 3;
+    if (slots * sizeof(std::uint64_t) <= alwaysLargeBytes) useLargePages();
+}
+
+void PositionTable::useLargePages()
+{
+#if defined(__linux__) && defined(MADV_HUGEPAGE)
+    constexpr std::uintptr_t large = std::uintptr_t{2} << 20;
+    const auto begin = reinterpret_cast<std::uintptr_t>(slots_.get());
+    const auto first = (begin + large - 1) & ~(large - 1);
+    const auto last = (begin + slotCount_ * sizeof(std::uint64_t)) & ~(large - 1);
+    if (last > first) madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+#endif
 }
 
 std::size_t PositionTable::bytesFor(std::size_t capacity) { return slotsFor(capacity) * sizeof(std::uint64_t); }
@@ -45,6 +65,11 @@ PositionTable::Insert PositionTable::insert(std::uint64_t key)
             return Insert::added;
         }
     }
+}
+
+void PositionTable::prefetch(std::uint64_t key) const
+{
+    __builtin_prefetch(slots_.get() + slotOf(key == 0 ? zeroStandIn : key, slotCount_));
 }
 
 bool PositionTable::contains(std::uint64_t key) const

@@ -19,6 +19,15 @@ public:
     enum class Insert : std::uint8_t { added, present, full };
     Insert insert(std::uint64_t key);
     bool contains(std::uint64_t key) const;
+    // Every look-up lands on a random page, so with the usual small pages nearly each one also
+    // misses the processor's page cache; where the system offers large pages on request, this
+    // asks for them (the table stays zeroed and lazily backed). But a large page is zeroed whole
+    // at its first write, so a big table that may see few keys is better off without: tables up
+    // to 64 MB ask by themselves, bigger ones when their owner expects to fill them.
+    void useLargePages();
+    // Starts loading the slot where `key` would be: a search that knows the keys it will look
+    // up soon overlaps their trips to memory instead of waiting for each in turn.
+    void prefetch(std::uint64_t key) const;
     std::size_t size() const { return size_; }
     std::size_t capacity() const { return capacity_; }
 

@@ -5,7 +5,11 @@
 
 #include <algorithm>
 #include <array>
+#include <condition_variable>
 #include <cstdint>
+#include <functional>
+#include <mutex>
+#include <thread>
 
 namespace zelvaine::solver {
 
@@ -36,9 +40,28 @@ std::vector<SolverMove> movesOf(const std::vector<Step>& line)
     return moves;
 }
 
-} // namespace
+// Asks a search to stop once its time is up, or when its caller asks; gone with the search.
+class Deadline {
+public:
+    Deadline(std::chrono::milliseconds limit, std::stop_token caller)
+        : forward_(std::move(caller), [this] { source_.request_stop(); }),
+          timer_([this, limit](std::stop_token ended) {
+              std::mutex mutex;
+              std::unique_lock lock(mutex);
+              std::condition_variable_any().wait_for(lock, ended, limit, [] { return false; });
+              source_.request_stop();
+          })
+    {
+    }
+    std::stop_token token() const { return source_.get_token(); }
 
-SolveResult solve(const GameState& state, const SolverOptions& options, std::stop_token stop)
+private:
+    std::stop_source source_;
+    std::stop_callback<std::function<void()>> forward_;
+    std::jthread timer_; // last: it stops and joins first
+};
+
+SolveResult solveWithin(const GameState& state, const SolverOptions& options, std::stop_token stop)
 {
     const auto start = SolverPosition::from(state);
     if (!start) return {};
@@ -96,6 +119,15 @@ SolveResult solve(const GameState& state, const SolverOptions& options, std::sto
     const std::uint64_t positions = spent + full.positions;
     if (full.won) return {Verdict::winnable, movesOf(full.line), positions};
     return {full.exhausted ? Verdict::unwinnable : Verdict::unknown, {}, positions};
+}
+
+} // namespace
+
+SolveResult solve(const GameState& state, const SolverOptions& options, std::stop_token stop)
+{
+    if (options.timeLimit.count() <= 0) return solveWithin(state, options, std::move(stop));
+    const Deadline deadline(options.timeLimit, std::move(stop));
+    return solveWithin(state, options, deadline.token());
 }
 
 } // namespace zelvaine::solver

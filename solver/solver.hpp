@@ -3,6 +3,7 @@
 #include "engine/game_state.hpp"
 #include "engine/move.hpp"
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <stop_token>
@@ -33,12 +34,18 @@ struct SolverOptions {
     // Longest line the search follows. A position cut off here makes the search incomplete, so
     // it can then no longer answer "unwinnable".
     std::size_t maxDepth = 100000;
+    // Wall-clock time after which the search gives up with "unknown"; zero for none. Only a cap
+    // on top of the budgets above: with one, a deal near the cap may be decided on a fast machine
+    // and not on a slow one.
+    std::chrono::milliseconds timeLimit{0};
 };
 
-// Settings for a verdict on nearly every deal, at the cost of up to about a minute (on one core
-// of a 2020s desktop) and 512 MB on a hard one.
-inline constexpr SolverOptions exactOptions{
-    .positionBudget = 30'000'000, .memoryBudget = std::size_t{512} << 20, .maxDepth = 100000};
+// Settings for a verdict on nearly every deal, at the cost of up to a minute and 1 GB on a hard
+// one. The complete search of a lost deal can pass 100,000 moves in one line.
+inline constexpr SolverOptions exactOptions{.positionBudget = 80'000'000,
+                                            .memoryBudget = std::size_t{1} << 30,
+                                            .maxDepth = 1'000'000,
+                                            .timeLimit = std::chrono::seconds(60)};
 
 struct SolveResult {
     Verdict verdict = Verdict::unknown;

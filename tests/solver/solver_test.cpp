@@ -298,6 +298,17 @@ TEST(SolverBudget, MemoryBudgetEndsTheSearchLikeThePositionBudget)
               Verdict::unknown);
 }
 
+TEST(SolverBudget, TimeLimitEndsTheSearchWithUnknown)
+{
+    // Deal 638 of seed 1 takes some 24,000,000 positions, tens of seconds, to settle; the cap
+    // stops it long before, however busy the machine.
+    const GameState state = seededDeal(1, 638);
+    const SolveResult result = solver::solve(
+        state, {.positionBudget = 30'000'000, .memoryBudget = std::size_t{512} << 20, .timeLimit = std::chrono::milliseconds(20)});
+    EXPECT_EQ(result.verdict, Verdict::unknown);
+    EXPECT_LT(result.positions, 10'000'000u);
+}
+
 TEST(SolverTask, StopRequestedBeforeTheStartExaminesNothingMore)
 {
     std::stop_source stop;
