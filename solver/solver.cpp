@@ -2,6 +2,7 @@
 
 #include "solver/best_first.hpp"
 #include "solver/exhaustive_search.hpp"
+#include "solver/line_shortening.hpp"
 
 #include <algorithm>
 #include <array>
@@ -32,11 +33,13 @@ std::optional<std::string> unsolvableReason(const GameState& state)
 
 namespace {
 
-std::vector<SolverMove> movesOf(const std::vector<Step>& line)
+// The searches' lines wander: the best-first ones now and then, the depth-first one by nature.
+std::vector<SolverMove> movesOf(const SolverPosition& start, const std::vector<Step>& line)
 {
+    const std::vector<Step> shorter = shortenLine(start, line);
     std::vector<SolverMove> moves;
-    moves.reserve(line.size());
-    for (const Step& step : line) moves.push_back({step.source(), step.destination()});
+    moves.reserve(shorter.size());
+    for (const Step& step : shorter) moves.push_back({step.source(), step.destination()});
     return moves;
 }
 
@@ -82,7 +85,7 @@ SolveResult solveWithin(const GameState& state, const SolverOptions& options, st
                 if (search.outcome().won) {
                     std::uint64_t positions = 0;
                     for (const BestFirstSearch& other : searches) positions += other.outcome().positions;
-                    return {Verdict::winnable, movesOf(search.outcome().line), positions};
+                    return {Verdict::winnable, movesOf(*start, search.outcome().line), positions};
                 }
             }
             // The second walks part of the first one's space: only the first, having seen all of
@@ -107,7 +110,7 @@ SolveResult solveWithin(const GameState& state, const SolverOptions& options, st
         BestFirstSearch splits(*start, {MoveSet::noReturns, Lookahead::everyFoundation}, half);
         splits.runUntil(half.positions, stop);
         spent += splits.outcome().positions;
-        if (splits.outcome().won) return {Verdict::winnable, movesOf(splits.outcome().line), spent};
+        if (splits.outcome().won) return {Verdict::winnable, movesOf(*start, splits.outcome().line), spent};
         if (stop.stop_requested()) return {Verdict::unknown, {}, spent};
     }
 
@@ -117,7 +120,7 @@ SolveResult solveWithin(const GameState& state, const SolverOptions& options, st
     const SearchOutcome full =
         depthFirst(*start, limits, quickSpaceSeen ? ChildOrder::listed : ChildOrder::ranked, stop);
     const std::uint64_t positions = spent + full.positions;
-    if (full.won) return {Verdict::winnable, movesOf(full.line), positions};
+    if (full.won) return {Verdict::winnable, movesOf(*start, full.line), positions};
     return {full.exhausted ? Verdict::unwinnable : Verdict::unknown, {}, positions};
 }
 

@@ -365,9 +365,10 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
     };
 
     // A card that is safe to send home goes home, alone (see safeHome for why that loses no win).
+    const bool complete = set == MoveSet::all || set == MoveSet::unforced;
     auto safe = [&](CardCode code) {
-        return home[code] >= 0 &&
-               (safeHome(code, lowestPair) || (set != MoveSet::all && nearlySafeHome(code, lowestPair)));
+        if (set == MoveSet::unforced || home[code] < 0) return false;
+        return safeHome(code, lowestPair) || (!complete && nearlySafeHome(code, lowestPair));
     };
     for (std::size_t s = 0; s < handSlotCount; ++s) {
         if (hand_[s] != noCard && safe(hand_[s])) {
@@ -425,7 +426,7 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
     }
 
     for (std::size_t f = 0; f < foundationCount; ++f) {
-        if (height_[f] == 0 || set != MoveSet::all) continue;
+        if (height_[f] == 0 || !complete) continue;
         bool twin = false;
         for (std::size_t g = 0; g < f; ++g) twin = twin || (height_[g] == height_[f] && suit_[g] == suit_[f]);
         if (twin) continue;

@@ -1,4 +1,5 @@
 #include "solver/best_first.hpp"
+#include "solver/line_shortening.hpp"
 #include "solver/solver.hpp"
 #include "solver/solver_task.hpp"
 
@@ -120,6 +121,57 @@ TEST(SolverLines, WinThatNeedsASplitIsFound)
 
 // Some deals are dead from the start, like the seventeenth of seed 1: the solver's proof must
 // match the plain search's.
+// A won line with a detour every few moves: a move, then the move that undoes it.
+TEST(SolverLines, DetoursAreCutFromALine)
+{
+    const GameState deal = seededDeal(1, 0);
+    const auto start = solver::SolverPosition::from(deal);
+    solver::BestFirstSearch search(*start, {solver::MoveSet::quick, solver::Lookahead::everyFoundation},
+                                   {.positions = 1'000'000, .memoryBytes = 64u << 20, .maxDepth = 4000});
+    search.runUntil(1'000'000, {});
+    ASSERT_TRUE(search.outcome().won);
+    const std::vector<solver::Step>& line = search.outcome().line;
+
+    std::vector<solver::Step> detoured;
+    std::vector<solver::Step> moves;
+    std::vector<solver::Step> replies;
+    auto position = *start;
+    int detours = 0;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        position.generateMoves(moves, solver::MoveSet::unforced);
+        if (i % 7 != 0) moves.clear();
+        for (const solver::Step& there : moves) {
+            // A card back from the hand may land in another slot, and the line names slots.
+            if (there.from == solver::Step::Place::hand || there.to == solver::Step::Place::hand) continue;
+            // The line goes on from the very same columns, not just an equivalent position.
+            const auto before = position;
+            position.apply(there);
+            position.generateMoves(replies, solver::MoveSet::unforced);
+            const auto back = std::ranges::find_if(replies, [&](const solver::Step& reply) {
+                auto after = position;
+                after.apply(reply);
+                return after.key() == before.key() && after.columns() == before.columns();
+            });
+            if (back != replies.end()) {
+                detoured.insert(detoured.end(), {there, *back});
+                position.apply(*back);
+                ++detours;
+                break;
+            }
+            position.undo(there);
+        }
+        detoured.push_back(line[i]);
+        position.apply(line[i]);
+    }
+    ASSERT_GT(detours, 10);
+
+    const std::vector<solver::Step> shorter = solver::shortenLine(*start, detoured);
+    EXPECT_LE(shorter.size(), line.size());
+    SolveResult result{Verdict::winnable, {}, 0};
+    for (const solver::Step& step : shorter) result.moves.push_back({step.source(), step.destination()});
+    EXPECT_TRUE(winsWhenReplayed(deal, result));
+}
+
 TEST(SolverVerdicts, UnwinnableDealAgreesWithPlainExhaustiveSearch)
 {
     const GameState state = seededDeal(1, 16);
