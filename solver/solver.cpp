@@ -43,6 +43,8 @@ std::vector<SolverMove> movesOf(const SolverPosition& start, const std::vector<S
     return moves;
 }
 
+constexpr std::uint64_t splitSearchCap = 4'000'000;
+
 // Asks a search to stop once its time is up, or when its caller asks; gone with the search.
 class Deadline {
 public:
@@ -105,8 +107,11 @@ SolveResult solveWithin(const GameState& state, const SolverOptions& options, st
     {
         // Some wins need part of a string moved onto an equal card; while nothing comes back from
         // the foundations, the space with such moves is still small enough to search by
-        // evaluation. Half of what is left keeps the other half for the complete search.
-        const SearchLimits half{remaining() / 2, options.memoryBudget, options.maxDepth};
+        // evaluation. Half of what is left keeps the other half for the complete search. Its
+        // positions cost several times those of the complete search, so a large budget stops it
+        // at splitSearchCap: a deal it has not won by then is nearly always lost, and the proof
+        // needs the time.
+        const SearchLimits half{std::min(remaining() / 2, splitSearchCap), options.memoryBudget, options.maxDepth};
         BestFirstSearch splits(*start, {MoveSet::noReturns, Lookahead::everyFoundation}, half);
         splits.runUntil(half.positions, stop);
         spent += splits.outcome().positions;
