@@ -224,7 +224,7 @@ TEST_F(Cli, SurveyRepeatsForTheSameSeed)
 
     const CliRun exact = run("survey --deals 1 --seed 9 --exact --budget 2000");
     ASSERT_EQ(exact.status, 0) << exact.err;
-    EXPECT_NE(exact.out.find(R"("memoryBudgetMB":512})"), std::string::npos) << exact.out;
+    EXPECT_NE(exact.out.find(R"("memoryBudgetMB":1024})"), std::string::npos) << exact.out;
 }
 
 TEST_F(Cli, ExportThenOpenGivesTheSameGameWithNewIds)

@@ -53,7 +53,8 @@ constexpr std::string_view usage =
     "solve prints the verdict (winnable, unwinnable or unknown when the budget of N positions runs\n"
     "out, 2000000 by default, within 64 MB) and, when winnable, the moves as \"SOURCE>DESTINATION\"\n"
     "texts that replay through move from STATE, for example \"tableau:3:9>foundation:0\".\n"
-    "--exact searches up to 30000000 positions within 512 MB, for a verdict on nearly every deal.\n"
+    "--exact searches up to 80000000 positions within 1 GB and one minute, for a verdict on nearly\n"
+    "every deal.\n"
     "survey solves N deals shuffled from seed S; its win rate and 95% Wilson interval count only\n"
     "the deals with a verdict, times are milliseconds of processor time.\n";
 
