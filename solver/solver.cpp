@@ -43,7 +43,7 @@ std::vector<SolverMove> movesOf(const SolverPosition& start, const std::vector<S
     return moves;
 }
 
-constexpr std::uint64_t splitSearchCap = 4'000'000;
+constexpr std::uint64_t everyMoveSearchCap = 4'000'000;
 
 // Asks a search to stop once its time is up, or when its caller asks; gone with the search.
 class Deadline {
@@ -104,24 +104,35 @@ SolveResult solveWithin(const GameState& state, const SolverOptions& options, st
     if (stop.stop_requested()) return {Verdict::unknown, {}, spent};
 
     auto remaining = [&] { return options.positionBudget - std::min(spent, options.positionBudget); };
+    if (quickSpaceSeen) {
+        // A deal whose quick space holds no win is most often lost, and then its whole space is
+        // most often small: a short complete search first settles most of them at once.
+        const SearchLimits first{remaining() / 8, options.memoryBudget, options.maxDepth};
+        const SearchOutcome proof = depthFirst(*start, first, ChildOrder::listed, stop);
+        spent += proof.positions;
+        if (proof.won) return {Verdict::winnable, movesOf(*start, proof.line), spent};
+        if (proof.exhausted) return {Verdict::unwinnable, {}, spent};
+        if (stop.stop_requested()) return {Verdict::unknown, {}, spent};
+    }
     {
-        // Some wins need part of a string moved onto an equal card; while nothing comes back from
-        // the foundations, the space with such moves is still small enough to search by
-        // evaluation. Half of what is left keeps the other half for the complete search. Its
-        // positions cost several times those of the complete search, so a large budget stops it
-        // at splitSearchCap: a deal it has not won by then is nearly always lost, and the proof
-        // needs the time.
-        const SearchLimits half{std::min(remaining() / 2, splitSearchCap), options.memoryBudget, options.maxDepth};
-        BestFirstSearch splits(*start, {MoveSet::noReturns, Lookahead::everyFoundation}, half);
-        splits.runUntil(half.positions, stop);
-        spent += splits.outcome().positions;
-        if (splits.outcome().won) return {Verdict::winnable, movesOf(*start, splits.outcome().line), spent};
+        // Some wins need what the quick set leaves out: part of a string moved onto an equal
+        // card, a card back from a foundation, or a card kept out that the quick set sends home.
+        // A best-first search over every move finds them far sooner than the complete search,
+        // and seeing its whole space proves the deal lost just as well. It takes half of what is
+        // left; its positions cost several times those of the complete search, so a large
+        // budget stops it at everyMoveSearchCap and leaves the time to the proof.
+        const SearchLimits half{std::min(remaining() / 2, everyMoveSearchCap), options.memoryBudget, options.maxDepth};
+        BestFirstSearch every(*start, {MoveSet::all, Lookahead::everyFoundation}, half);
+        every.runUntil(half.positions, stop);
+        spent += every.outcome().positions;
+        if (every.outcome().won) return {Verdict::winnable, movesOf(*start, every.outcome().line), spent};
+        if (every.outcome().exhausted) return {Verdict::unwinnable, {}, spent};
         if (stop.stop_requested()) return {Verdict::unknown, {}, spent};
     }
 
     const SearchLimits limits{remaining(), options.memoryBudget, options.maxDepth};
-    // A deal whose quick space holds no win is nearly always lost: then the complete search is
-    // a proof, and ranking its moves would only slow it down.
+    // A deal whose quick space holds no win is most often lost: then the complete search is a
+    // proof, and ranking its moves would only slow it down.
     const SearchOutcome full =
         depthFirst(*start, limits, quickSpaceSeen ? ChildOrder::listed : ChildOrder::ranked, stop);
     const std::uint64_t positions = spent + full.positions;

@@ -60,13 +60,15 @@ std::optional<std::string> unsolvableReason(const GameState& state);
 
 // First two best-first searches over the quick move set (MoveSet::quick and its keepRuns part),
 // led by different evaluations and taking turns, with 3/8 of the budget and half the memory
-// each: they find most wins quickly and with short lines. Next a best-first search that may also
-// split strings (MoveSet::noReturns) takes half of what is left, up to 4,000,000 positions. Then,
-// unless one won, a depth-first search over every legal move with what is left, which is
-// complete: when it runs out of positions without a cut, the deal cannot be won. Positions that
-// differ only by symmetries of the rules count once. A winning line comes back without the
-// detours shortenLine finds. Stopping through `stop`, or reaching `timeLimit`, gives "unknown"
-// at the next position examined.
+// each: they find most wins quickly and with short lines. When the first saw its whole space
+// without a win, a depth-first search over every legal move with 1/8 of what is left, which
+// proves most lost deals. Next a best-first search over every legal move with half of what is
+// left, up to 4,000,000 positions. Then, unless one of them settled the deal, a depth-first
+// search over every legal move with the rest. The searches over every move are complete: when
+// one runs out of positions without a cut, the deal cannot be won. Positions that differ only
+// by symmetries of the rules count once. A winning line comes back without the detours
+// shortenLine finds. Stopping through `stop`, or reaching `timeLimit`, gives "unknown" at the
+// next position examined.
 // Positions are remembered by 64-bit keys only; two positions sharing a key would make one of
 // them look seen, a chance near n²/2^65 for n positions (below one in a million at 10^6).
 SolveResult solve(const GameState& state, const SolverOptions& options = {}, std::stop_token stop = {});

@@ -55,13 +55,12 @@ bool safeHome(CardCode code, const std::array<int, 4>& lowestPair);
 bool nearlySafeHome(CardCode code, const std::array<int, 4>& lowestPair);
 
 // Every legal move, for a complete search; `unforced` too, without ever listing a safe move home
-// alone. The cheaper sets may miss wins: `noReturns` leaves
-// out moves back from the foundations and sends nearly safe cards home at once
-// (nearlySafeHome); `quick` also leaves out moving part of a string onto another column's card;
-// `keepRuns` also keeps a card that lies on the card it builds down from out of the hand, unless
-// the card beneath could then go home. The quick set finds most wins in a far smaller space, and
-// the keepRuns part of it finds some that the quick search wanders past.
-enum class MoveSet : std::uint8_t { all, unforced, noReturns, quick, keepRuns };
+// alone. The cheaper sets may miss wins: `quick` leaves out moves back from the foundations and
+// moving part of a string onto another column's card, and sends nearly safe cards home at once
+// (nearlySafeHome); `keepRuns` also keeps a card that lies on the card it builds down from out
+// of the hand, unless the card beneath could then go home. The quick set finds most wins in a far
+// smaller space, and the keepRuns part of it finds some that the quick search wanders past.
+enum class MoveSet : std::uint8_t { all, unforced, quick, keepRuns };
 
 // What the evaluation weighs of the cards the foundations wait for: the next card of every
 // foundation (an ace for one not started, and the farther copy for the second of two that wait

@@ -119,8 +119,6 @@ TEST(SolverLines, WinThatNeedsASplitIsFound)
     EXPECT_TRUE(winsWhenReplayed(state, solver::solve(state, {.positionBudget = 200'000, .maxDepth = 4000})));
 }
 
-// Some deals are dead from the start, like the seventeenth of seed 1: the solver's proof must
-// match the plain search's.
 // A won line with a detour every few moves: a move, then the move that undoes it.
 TEST(SolverLines, DetoursAreCutFromALine)
 {
@@ -172,6 +170,8 @@ TEST(SolverLines, DetoursAreCutFromALine)
     EXPECT_TRUE(winsWhenReplayed(deal, result));
 }
 
+// Some deals are dead from the start, like the seventeenth of seed 1: the solver's proof must
+// match the plain search's.
 TEST(SolverVerdicts, UnwinnableDealAgreesWithPlainExhaustiveSearch)
 {
     const GameState state = seededDeal(1, 16);
