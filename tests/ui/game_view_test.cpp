@@ -230,6 +230,20 @@ TEST_F(GameViewTest, TheKeyboardPlaysToo)
     EXPECT_EQ(board->focusRow(), -1);
 }
 
+// Menus live in the window's overlay, beside the board.
+QQuickItem* visibleMenuItem(QQuickWindow* window, const char* property, const QString& value)
+{
+    QQuickItem* root = window->contentItem()->parentItem() ? window->contentItem()->parentItem() : window->contentItem();
+    std::vector<QQuickItem*> pending{root};
+    while (!pending.empty()) {
+        QQuickItem* item = pending.back();
+        pending.pop_back();
+        if (item->isVisible() && item->property(property).toString() == value) return item;
+        for (QQuickItem* child : item->childItems()) pending.push_back(child);
+    }
+    return nullptr;
+}
+
 TEST_F(GameViewTest, TheContextMenuPlaysByName)
 {
     auto openMenu = [&](const QString& place) {
@@ -238,15 +252,9 @@ TEST_F(GameViewTest, TheContextMenuPlaysByName)
         QTest::mouseClick(window.get(), Qt::RightButton, {}, target->mapToScene(QPointF(target->width() / 2, 10)).toPoint());
         QTest::qWait(100);
     };
-    // Menus live in the window's overlay, beside the board.
-    auto menuItem = [&](const QString& name) -> QQuickItem* {
-        QQuickItem* root = window->contentItem()->parentItem() ? window->contentItem()->parentItem() : window->contentItem();
-        QQuickItem* found = findItem(root, name);
-        return found && found->isVisible() ? found : nullptr;
-    };
-    auto choose = [&](const QString& name) {
-        QQuickItem* entry = menuItem(name);
-        ASSERT_TRUE(entry) << name.toStdString();
+    auto menuItem = [&](const QString& name) { return visibleMenuItem(window.get(), "objectName", name); };
+    auto choose = [&](QQuickItem* entry) {
+        ASSERT_TRUE(entry);
         QTest::mouseClick(window.get(), Qt::LeftButton, {}, entry->mapToScene(QPointF(entry->width() / 2, entry->height() / 2)).toPoint());
         QTest::qWait(50);
     };
@@ -254,13 +262,44 @@ TEST_F(GameViewTest, TheContextMenuPlaysByName)
     openMenu("hand-0");
     ASSERT_TRUE(menuItem("menuMoveToHand"));
     EXPECT_FALSE(menuItem("menuMoveToHand")->isEnabled()); // the hand is full
-    choose("menuMoveToFoundation");
+    choose(menuItem("menuMoveToFoundation"));
     EXPECT_EQ(store->state().foundations[0].size(), 1U);
 
     openMenu("tableau-0-9");
     EXPECT_TRUE(menuItem("menuMoveToHand")->isEnabled());
-    choose("menuMoveToHand");
+    choose(menuItem("menuMoveToHand"));
     EXPECT_EQ(store->state().hand[0]->rank, Rank::eight);
+    store->undo();
+
+    // Every column of the submenu, from a column card, a hand card and a foundation card: the
+    // legal ones move, the others leave the table as it was and say why on the toast.
+    for (const auto& [place, source] : {std::pair{QString("tableau-0-9"), MoveSource::tableau(0, 9)},
+                                        std::pair{QString("hand-1"), MoveSource::hand(1)},
+                                        std::pair{QString("foundation-0"), MoveSource::foundation(0)}}) {
+        for (int column = 0; column < 10; ++column) {
+            SCOPED_TRACE(place.toStdString() + " to column " + std::to_string(column + 1));
+            const GameState before = store->state();
+            const bool legal = store->canMove(source, MoveDestination::tableau(column));
+            store->clearMessage();
+            openMenu(place);
+            choose(visibleMenuItem(window.get(), "text", "Move to Column"));
+            choose(menuItem("menuColumn-" + QString::number(column)));
+            EXPECT_FALSE(menuItem("menuColumn-" + QString::number(column))) << "the menu closes";
+            if (legal) {
+                EXPECT_EQ(store->state().moveCount, before.moveCount + 1);
+                EXPECT_EQ(store->state().tableau[static_cast<std::size_t>(column)].size(),
+                          before.tableau[static_cast<std::size_t>(column)].size() + 1);
+                store->undo();
+                QTest::qWait(20);
+            } else {
+                EXPECT_EQ(store->state(), before);
+                if (column != source.index || source.kind != MoveSource::Kind::tableau) {
+                    ASSERT_TRUE(store->message());
+                    EXPECT_EQ(item("gameToast")->property("shown").toString().toStdString(), *store->message());
+                }
+            }
+        }
+    }
 }
 
 // Every suit built to the queen on both foundations, the eight kings in the columns.

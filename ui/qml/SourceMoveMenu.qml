@@ -2,8 +2,9 @@ import QtQuick
 import QtQuick.Controls
 
 // The moves of one source by name. Foundation cards only go back to a column.
+// The id is not `menu`: inside a MenuItem that name is the item's own `menu` property.
 Menu {
-    id: menu
+    id: sourceMenu
 
     required property var board
     property int kind: 0
@@ -13,20 +14,23 @@ Menu {
     MenuItem {
         objectName: "menuMoveToFoundation"
         text: qsTr("Move to Foundation")
-        visible: menu.kind !== 2
+        visible: sourceMenu.kind !== 2
         height: visible ? implicitHeight : 0
-        enabled: menu.kind !== 2 && menu.board.canMoveToAnyFoundation(menu.kind, menu.index, menu.cardIndex)
-        onTriggered: menu.board.moveToFoundation(menu.kind, menu.index, menu.cardIndex)
+        enabled: sourceMenu.kind !== 2
+                 && sourceMenu.board.canMoveToAnyFoundation(sourceMenu.kind, sourceMenu.index, sourceMenu.cardIndex)
+        onTriggered: sourceMenu.board.moveToFoundation(sourceMenu.kind, sourceMenu.index, sourceMenu.cardIndex)
     }
     MenuItem {
         objectName: "menuMoveToHand"
         text: qsTr("Move to Hand")
-        visible: menu.kind !== 2
+        visible: sourceMenu.kind !== 2
         height: visible ? implicitHeight : 0
-        enabled: menu.kind !== 2 && menu.board.canMoveToHand(menu.kind, menu.index, menu.cardIndex)
-        onTriggered: menu.board.moveToHand(menu.kind, menu.index, menu.cardIndex)
+        enabled: sourceMenu.kind !== 2
+                 && sourceMenu.board.canMoveToHand(sourceMenu.kind, sourceMenu.index, sourceMenu.cardIndex)
+        onTriggered: sourceMenu.board.moveToHand(sourceMenu.kind, sourceMenu.index, sourceMenu.cardIndex)
     }
     Menu {
+        objectName: "menuMoveToColumn"
         title: qsTr("Move to Column")
         Repeater {
             model: 10
@@ -34,7 +38,9 @@ Menu {
                 required property int index
                 objectName: "menuColumn-" + index
                 text: qsTr("Column %1").arg(index + 1)
-                onTriggered: menu.board.moveToColumn(menu.kind, menu.index, menu.cardIndex, index)
+                // Columns that cannot take the cards stay listed; choosing one says why not.
+                onTriggered: sourceMenu.board.moveToColumn(sourceMenu.kind, sourceMenu.index,
+                                                           sourceMenu.cardIndex, index)
             }
         }
     }
