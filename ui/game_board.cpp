@@ -13,6 +13,7 @@
 #include "ui/tap_router.hpp"
 
 #include <limits>
+#include <utility>
 
 namespace zelvaine {
 
@@ -76,7 +77,18 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
             emit focusChanged();
         }
         emit stateChanged();
-        afterPositionChange();
+        // The store is in the middle of an operation: its challenge record, confirmation and
+        // message may still change. The reaction waits until the operation is over, and only
+        // remembers now that the deal passed through its start.
+        // A playback must not take one more step on a deal that is back at its start.
+        if (store_.state().moveCount == 0) {
+            passedDealStart_ = true;
+            stopAutoComplete();
+        }
+        if (!reactionQueued_) {
+            reactionQueued_ = true;
+            QMetaObject::invokeMethod(this, &GameBoard::afterPositionChange, Qt::QueuedConnection);
+        }
         break;
     case GameStoreProperty::confirmation: emit confirmationChanged(); break;
     case GameStoreProperty::showRules: emit showRulesChanged(); break;
@@ -159,9 +171,10 @@ void GameBoard::recordStatistics()
 
 void GameBoard::afterPositionChange()
 {
+    reactionQueued_ = false;
     recordStatistics();
     const GameState& state = store_.state();
-    if (state.moveCount == 0) {
+    if (std::exchange(passedDealStart_, false) || state.moveCount == 0) {
         stopAutoComplete();
         hasOfferedAutoComplete_ = false;
         if (store_.confirmation() == GameConfirmation::autoComplete) store_.dismissConfirmation();

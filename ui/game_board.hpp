@@ -184,6 +184,9 @@ private:
     // The step whose card is in the air; it is made when the flight lands.
     std::optional<FoundationAutoMove> flyingMove_;
     CardDragController* flights_ = nullptr;
+    // The reaction to a change of position runs once the store's operation has finished.
+    bool reactionQueued_ = false;
+    bool passedDealStart_ = false;
     // Confetti once per won position, until the deal is back at its start.
     bool hasCelebratedCompletion_ = false;
     double celebrationStartedAt_ = 0;

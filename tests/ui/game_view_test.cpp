@@ -2,6 +2,7 @@
 
 #include "store/game_preferences.hpp"
 #include "store/game_confirmation.hpp"
+#include "store/game_document.hpp"
 #include "store/game_store.hpp"
 #include "store/in_memory_defaults_store.hpp"
 #include "store/saved_game.hpp"
@@ -20,10 +21,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <unistd.h>
 #include <memory>
+#include <tuple>
 
 Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
 
@@ -321,12 +324,14 @@ TEST_F(GameViewTest, TheFinishIsOfferedOnceAndPlaysItself)
 {
     open(kingsLeft(), QSize(1600, 1000), true);
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 0), MoveDestination::foundation(0)));
+    QCoreApplication::processEvents(); // the board reacts once the move is over
     EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::autoComplete));
     EXPECT_EQ(board->confirmationTexts()["title"].toString(), "Finish automatically?");
 
     // Declined: not asked again while the deal goes on.
     board->dismissConfirmation();
     ASSERT_TRUE(store->move(MoveSource::tableau(1, 0), MoveDestination::foundation(1)));
+    QCoreApplication::processEvents();
     EXPECT_EQ(board->confirmation(), -1);
 
     // Back at the start the offer is fresh again.
@@ -334,6 +339,7 @@ TEST_F(GameViewTest, TheFinishIsOfferedOnceAndPlaysItself)
     store->undo();
     ASSERT_EQ(store->state().moveCount, 0);
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 0), MoveDestination::foundation(0)));
+    QCoreApplication::processEvents();
     ASSERT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::autoComplete));
     // The offer's acceptance is saved; the eight flying cards are saved once, at the end.
     board->confirm();
@@ -349,6 +355,7 @@ TEST_F(GameViewTest, TheFinishIsOfferedOnceAndPlaysItself)
     EXPECT_EQ(store->state().moveCount, 8);
     EXPECT_EQ(store->history().size(), 8U);
     // Counted as won, with its move count as the best so far.
+    QCoreApplication::processEvents();
     EXPECT_EQ(preferences.gamesWon(), 1);
     EXPECT_EQ(preferences.highScore(), 8);
 }
@@ -358,6 +365,7 @@ TEST_F(GameViewTest, AWinIsCelebratedOnceAndPlayAgainDeals)
     open(kingsLeft(), QSize(1600, 1000));
     for (std::int64_t c = 0; c < 8; ++c) {
         ASSERT_TRUE(store->move(MoveSource::tableau(c, 0), MoveDestination::foundation(c)));
+        QCoreApplication::processEvents();
         if (c == 0) board->dismissConfirmation(); // finishing by hand
     }
     ASSERT_TRUE(isWon(store->state()));
@@ -401,6 +409,54 @@ TEST_F(GameViewTest, SharingAndOpeningAGame)
     board->openGame(QUrl::fromLocalFile(QString::fromStdString(file.string())));
     EXPECT_EQ(board->message(), "Zelvaine could not open that game file.");
     EXPECT_EQ(store->state().moveCount, 1);
+    std::filesystem::remove(file);
+}
+
+// The board judges a new position only once the store's operation is over, so it sees the
+// opened deal together with its own challenge record and with the question already answered.
+TEST_F(GameViewTest, AnOpenedGameIsJudgedWithItsOwnRecord)
+{
+    const auto file = std::filesystem::temp_directory_path() / ("zelvaine-won-" + std::to_string(getpid()) + ".zelvaine");
+    // The known deal's own cards, sorted home with `kingsHome` kings on their foundations and
+    // the other kings alone in the columns: a file that any reader accepts.
+    auto share = [&](std::size_t kingsHome) {
+        const GameState deal = knownDeal();
+        GameState current = deal;
+        for (auto& column : current.tableau) column.clear();
+        for (auto& slot : current.hand) slot.reset();
+        std::vector<PlayingCard> all;
+        for (const auto& column : deal.tableau) all.insert(all.end(), column.begin(), column.end());
+        for (const auto& slot : deal.hand) all.push_back(*slot);
+        std::ranges::sort(all, {}, [](const PlayingCard& c) { return std::tuple(c.suit, c.deck, c.rank); });
+        for (std::size_t f = 0; f < 8; ++f) {
+            current.foundations[f].assign(all.begin() + static_cast<std::ptrdiff_t>(13 * f),
+                                          all.begin() + static_cast<std::ptrdiff_t>(13 * f + 12));
+            if (f < kingsHome) current.foundations[f].push_back(all[13 * f + 12]);
+            else current.tableau[f].push_back(all[13 * f + 12]);
+        }
+        current.moveCount = 200;
+        std::ofstream(file) << ZelvaineGameDocument::fromStates(current, deal).encode();
+    };
+    auto openShared = [&] {
+        board->openGame(QUrl::fromLocalFile(QString::fromStdString(file.string())));
+        ASSERT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::openSharedGame))
+            << board->message().toStdString();
+        board->confirm();
+        QCoreApplication::processEvents();
+    };
+
+    // A shared game that is already won counts as a win, but not as an eligible one.
+    share(8);
+    openShared();
+    ASSERT_TRUE(isWon(store->state()));
+    EXPECT_EQ(preferences.gamesWon(), 1);
+    EXPECT_EQ(preferences.gameCenterEligibleWins(), 0);
+    EXPECT_GT(board->celebrationStartedAt(), 0);
+
+    // A shared game that can finish by itself is offered the finish as soon as it is open.
+    share(1);
+    openShared();
+    EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::autoComplete));
     std::filesystem::remove(file);
 }
 
@@ -477,6 +533,7 @@ TEST_F(GameViewTest, ADealCountsAsPlayedWhenShownAndLostWhenReplaced)
     store->move(MoveSource::hand(0), MoveDestination::foundation(0)); // the same deal: nothing new
     EXPECT_EQ(preferences.gamesPlayed(), played + 1);
     store->newGame();
+    QCoreApplication::processEvents();
     EXPECT_EQ(preferences.gamesPlayed(), played + 2);
     EXPECT_EQ(preferences.gamesLost(), lost + 2);
 }
@@ -553,9 +610,11 @@ TEST_F(GameViewTest, ANewDealStopsTheFinish)
 {
     open(kingsLeft(), QSize(1600, 1000));
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 0), MoveDestination::foundation(0)));
+    QCoreApplication::processEvents();
     board->confirm();
     ASSERT_TRUE(board->autoCompleting());
     store->newGame();
+    QCoreApplication::processEvents();
     EXPECT_FALSE(board->autoCompleting());
     QTest::qWait(300);
     EXPECT_EQ(store->state().moveCount, 0);
