@@ -30,6 +30,8 @@ class BoardGeometry : public QObject {
     Q_PROPERTY(double handPanelWidth READ handPanelWidth NOTIFY changed FINAL)
     Q_PROPERTY(double gap READ gap CONSTANT FINAL)
     Q_PROPERTY(double sectionSpacing READ sectionSpacing CONSTANT FINAL)
+    Q_PROPERTY(double minimumWindowWidth READ minimumWindowWidth CONSTANT FINAL)
+    Q_PROPERTY(double minimumWindowHeight READ minimumWindowHeight CONSTANT FINAL)
 
 public:
     explicit BoardGeometry(QObject* parent = nullptr) : QObject(parent) {}
@@ -52,6 +54,8 @@ public:
     double handPanelWidth() const { return metrics_.handPanelWidth; }
     double gap() const { return cardGap; }
     double sectionSpacing() const { return zelvaine::sectionSpacing; }
+    double minimumWindowWidth() const { return zelvaine::minimumWindowWidth; }
+    double minimumWindowHeight() const { return zelvaine::minimumWindowHeight; }
 
     // The distance between the tops of successive cards of a column.
     Q_INVOKABLE double columnOffset(int count, double cardWidth, double availableHeight) const;

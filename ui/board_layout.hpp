@@ -12,6 +12,13 @@ inline constexpr double minimumCardOffset = 18;
 inline constexpr double sectionSpacing = 48;
 inline constexpr double horizontalPadding = 32;
 
+// The smallest window in which the whole board and the toolbar fit: landscape at the least card
+// width needs 2 × 32 + (62 + 40) + 48 + 10 × 62 + 9 × 12 = 942 points across, and the hand panel's
+// four stacked cards set the height. A window taller than wide is at least this wide, so the
+// portrait arrangement then has room to spare.
+inline constexpr double minimumWindowWidth = 960;
+inline constexpr double minimumWindowHeight = 640;
+
 enum class Arrangement { portrait, landscape, compact };
 
 struct BoardMetrics {

@@ -11,6 +11,7 @@
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
+#include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
@@ -69,6 +70,44 @@ protected:
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow* window = nullptr;
 };
+
+QQuickItem* findItem(QQuickItem* root, const QString& name)
+{
+    if (root->objectName() == name) return root;
+    for (QQuickItem* child : root->childItems()) {
+        if (QQuickItem* found = findItem(child, name)) return found;
+    }
+    return nullptr;
+}
+
+// At the window's smallest size, and in a tall window that narrow, every place and every
+// toolbar button can be reached: nothing lies outside the window.
+TEST_F(MainWindowTest, TheWholeBoardFitsAtTheSmallestSize)
+{
+    open(testing::knownDeal());
+    const QSize smallest = window->minimumSize();
+    ASSERT_GE(smallest.width(), 900);
+    QStringList places;
+    for (int c = 0; c < 10; ++c) places << QString("tableau-%1-9").arg(c);
+    for (int f = 0; f < 8; ++f) places << QString("foundation-%1").arg(f);
+    for (int s = 0; s < 4; ++s) places << QString("hand-%1").arg(s);
+    places << "moveCount" << "redoButton" << "hintButton" << "gameTransferMenu" << "rulesButton" << "settingsButton";
+    for (const QSize size : {smallest, QSize(smallest.width(), smallest.width() + 100)}) {
+        for (const bool handOnRight : {false, true}) {
+            preferencesModel.setHandOnRight(handOnRight);
+            window->resize(size);
+            QTest::qWait(50);
+            const QRectF inside(QPointF(0, 0), window->size());
+            for (const QString& name : places) {
+                QQuickItem* place = findItem(window->contentItem(), name);
+                ASSERT_TRUE(place) << name.toStdString();
+                const QRectF frame = place->mapRectToScene(QRectF(0, 0, place->width(), place->height()));
+                EXPECT_TRUE(inside.contains(frame)) << name.toStdString() << " at " << size.width() << "x"
+                                                    << size.height() << (handOnRight ? ", hand on the right" : "");
+            }
+        }
+    }
+}
 
 TEST_F(MainWindowTest, RestartUndoAndRedoFollowTheHistory)
 {

@@ -11,6 +11,11 @@ RowLayout {
     required property var board
     required property var preferences
     property bool isCompact: false
+    // The buttons keep their titles while the toolbar has room for them, and show only their
+    // icons (with the title as a tooltip) when it has not.
+    readonly property bool showsTitles: !isCompact && (labelledWidth === 0 || width >= labelledWidth)
+    property real labelledWidth: 0
+    onImplicitWidthChanged: if (showsTitles) labelledWidth = implicitWidth
 
     spacing: 6
 
@@ -71,7 +76,7 @@ RowLayout {
     ToolbarButton {
         text: qsTr("Undo")
         iconName: "undo"
-        isCompact: toolbar.isCompact
+        isCompact: !toolbar.showsTitles
         visible: toolbar.preferences.showsUndo
         enabled: toolbar.board.canUndo
         onClicked: toolbar.board.undo()
@@ -80,7 +85,7 @@ RowLayout {
         objectName: "redoButton"
         text: qsTr("Redo")
         iconName: "redo"
-        isCompact: toolbar.isCompact
+        isCompact: !toolbar.showsTitles
         visible: toolbar.preferences.showsUndo
         enabled: toolbar.board.canRedo
         onClicked: toolbar.board.redo()
@@ -89,17 +94,19 @@ RowLayout {
         objectName: "hintButton"
         text: qsTr("Hint")
         iconName: "lightbulb-outline"
-        isCompact: toolbar.isCompact
+        isCompact: !toolbar.showsTitles
         visible: toolbar.preferences.showsHint
         onClicked: toolbar.board.showHint()
     }
     ToolbarButton {
+        id: transferButton
         objectName: "gameTransferMenu"
         text: qsTr("Share")
         iconName: "share-variant"
-        isCompact: toolbar.isCompact
+        isCompact: !toolbar.showsTitles
         Accessible.name: qsTr("Share or open game")
-        onClicked: transferMenu.popup()
+        // Below the button, so that the menu never hides what opened it.
+        onClicked: transferMenu.popup(transferButton, 0, transferButton.height)
         Menu {
             id: transferMenu
             MenuItem {
@@ -124,28 +131,28 @@ RowLayout {
     ToolbarButton {
         text: qsTr("Restart")
         iconName: "restart"
-        isCompact: toolbar.isCompact
+        isCompact: !toolbar.showsTitles
         enabled: toolbar.board.hasProgress
         onClicked: toolbar.board.requestRestart()
     }
     ToolbarButton {
         text: qsTr("New")
         iconName: "refresh"
-        isCompact: toolbar.isCompact
+        isCompact: !toolbar.showsTitles
         onClicked: toolbar.board.requestNewGame()
     }
     ToolbarButton {
         objectName: "rulesButton"
         text: qsTr("Rules")
         iconName: "help-circle-outline"
-        isCompact: toolbar.isCompact
+        isCompact: !toolbar.showsTitles
         onClicked: toolbar.board.showRules = true
     }
     ToolbarButton {
         objectName: "settingsButton"
         text: qsTr("Settings")
         iconName: "cog-outline"
-        isCompact: toolbar.isCompact
+        isCompact: !toolbar.showsTitles
         onClicked: toolbar.preferences.showSettings = true
     }
 

@@ -14,6 +14,10 @@ Item {
     property string versionText: "—"
     property string updateHost: ""
 
+    // The window keeps at least the size at which the whole board fits.
+    readonly property real minimumWidth: boardGeometry.minimumWindowWidth
+    readonly property real minimumHeight: boardGeometry.minimumWindowHeight
+
     objectName: "gameBoard"
     focus: true
 
@@ -68,6 +72,7 @@ Item {
         spacing: boardGeometry.stackSpacing
 
         BoardToolbar {
+            id: toolbar
             board: view.board
             preferences: view.preferences
             isCompact: boardGeometry.portrait

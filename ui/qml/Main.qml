@@ -30,8 +30,8 @@ ApplicationWindow {
 
     width: 1280
     height: 860
-    minimumWidth: 720
-    minimumHeight: 560
+    minimumWidth: gameView.minimumWidth
+    minimumHeight: gameView.minimumHeight + (menuBar.visible ? menuBar.height : 0)
     visible: true
     title: "Zelvaine"
     color: "#08331f"
@@ -156,6 +156,7 @@ ApplicationWindow {
     }
 
     GameView {
+        id: gameView
         anchors.fill: parent
         board: window.board
         preferences: window.preferences
