@@ -109,6 +109,26 @@ TEST_F(MainWindowTest, TheWholeBoardFitsAtTheSmallestSize)
     }
 }
 
+// An unavailable command is drawn in the dimmed text colour, an available one in the bright one.
+TEST_F(MainWindowTest, DisabledMenuItemsLookDisabled)
+{
+    open(testing::knownDeal());
+    auto textColour = [&](const char* name) {
+        auto* item = window->findChild<QQuickItem*>(name);
+        EXPECT_TRUE(item) << name;
+        auto* label = item ? item->property("contentItem").value<QQuickItem*>() : nullptr;
+        EXPECT_TRUE(label) << name;
+        return label ? label->property("color").value<QColor>() : QColor();
+    };
+    ASSERT_FALSE(enabled("restartGameMenuItem"));
+    ASSERT_TRUE(enabled("newGameMenuItem"));
+    const QColor disabled = textColour("restartGameMenuItem");
+    const QColor available = textColour("newGameMenuItem");
+    EXPECT_NE(disabled, available);
+    EXPECT_LT(disabled.lightnessF(), available.lightnessF() - 0.2);
+    EXPECT_EQ(textColour("undoMenuItem"), disabled);
+}
+
 TEST_F(MainWindowTest, RestartUndoAndRedoFollowTheHistory)
 {
     open(testing::knownDeal());

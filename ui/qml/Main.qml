@@ -27,6 +27,11 @@ ApplicationWindow {
     palette.light: "#3a4640"
     palette.mid: "#2b3530"
     palette.dark: "#0f1412"
+    // Set after the colours above, which would otherwise stand for the disabled state too and
+    // make an unavailable command look available.
+    palette.disabled.text: "#7d8480"
+    palette.disabled.windowText: "#7d8480"
+    palette.disabled.buttonText: "#7d8480"
 
     width: 1280
     height: 860
