@@ -305,6 +305,32 @@ TEST_F(GameViewTest, TheContextMenuPlaysByName)
     }
 }
 
+// The toast lies where it hides no card, in a wide, a tall and the smallest window.
+TEST_F(GameViewTest, TheToastHidesNoCard)
+{
+    for (const QSize size : {QSize(1600, 1000), QSize(900, 1200), QSize(960, 600)}) {
+        open(knownDeal(), size);
+        board->showHint();
+        QTest::qWait(400);
+        QQuickItem* toast = item("gameToast");
+        ASSERT_TRUE(toast && toast->isVisible());
+        const QRectF plate = toast->mapRectToScene(QRectF(0, 0, toast->width(), toast->height()));
+        EXPECT_TRUE(QRectF(QPointF(0, 0), size).contains(plate));
+        QStringList places;
+        for (int c = 0; c < 10; ++c) {
+            for (int i = 0; i < 10; ++i) places << QString("tableau-%1-%2").arg(c).arg(i);
+        }
+        for (int f = 0; f < 8; ++f) places << QString("foundation-%1").arg(f);
+        for (int h = 0; h < 4; ++h) places << QString("hand-%1").arg(h);
+        for (const QString& name : places) {
+            QQuickItem* place = item(name);
+            ASSERT_TRUE(place) << name.toStdString();
+            const QRectF frame = place->mapRectToScene(QRectF(0, 0, place->width(), place->height()));
+            EXPECT_FALSE(frame.intersects(plate)) << name.toStdString() << " in " << size.width() << "x" << size.height();
+        }
+    }
+}
+
 // Every suit built to the queen on both foundations, the eight kings in the columns.
 GameState kingsLeft()
 {
@@ -375,6 +401,10 @@ TEST_F(GameViewTest, AWinIsCelebratedOnceAndPlayAgainDeals)
     EXPECT_TRUE(item("winOverlay")->isVisible());
     EXPECT_FALSE(board->winMessage().isEmpty());
     EXPECT_EQ(board->winSummary(), "You built all eight foundations in 8 moves.");
+    // The toolbar under the panel does not answer the pointer, not even by lighting up.
+    QTest::mouseMove(window.get(), centreOf("settingsButton").toPoint());
+    QTest::qWait(50);
+    EXPECT_FALSE(item("settingsButton")->property("hovered").toBool());
 
     // Undo and win again: the panel returns, the confetti is not started anew.
     const double started = board->celebrationStartedAt();

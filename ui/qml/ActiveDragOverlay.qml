@@ -6,6 +6,8 @@ Item {
     id: overlay
 
     required property var drag
+    // Off at once, with no fade, when the win panel takes over the table.
+    property bool shown: true
 
     readonly property real cardWidth: drag.cardWidth
     readonly property real cardHeight: cardWidth / 0.7
@@ -13,7 +15,7 @@ Item {
 
     enabled: false
     Accessible.ignored: true
-    visible: opacity > 0 && drag.faces.length > 0
+    visible: shown && opacity > 0 && drag.faces.length > 0
     // A new drag shows at once; an ended one settles away.
     states: State {
         name: "idle"

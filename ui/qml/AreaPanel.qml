@@ -7,9 +7,11 @@ Item {
     property string title
     property string icon
     property color accent: "#ffd54a"
+    // Room on either side of the cards: 10, or 20 for the landscape hand panel (card width + 40).
+    property real sidePadding: 10
     default property alias content: body.data
 
-    implicitWidth: body.implicitWidth + 20
+    implicitWidth: body.implicitWidth + 2 * sidePadding
     implicitHeight: heading.height + 5 + body.implicitHeight + 20
 
     Rectangle {
@@ -22,8 +24,9 @@ Item {
         x: 10
         y: 8
         spacing: 4
+        // The icon files are drawn in the title's yellow; the opacity matches the title's.
         Image {
-            source: panel.icon ? "qrc:/icons/mdi/" + panel.icon + ".svg" : ""
+            source: panel.icon ? "qrc:/icons/mdi/area-" + panel.icon + ".svg" : ""
             sourceSize: Qt.size(10, 10)
             opacity: 0.82
             anchors.verticalCenter: parent.verticalCenter
@@ -38,7 +41,7 @@ Item {
     }
     Item {
         id: body
-        x: 10
+        x: panel.sidePadding
         y: heading.y + heading.height + 5
         implicitWidth: childrenRect.width
         implicitHeight: childrenRect.height

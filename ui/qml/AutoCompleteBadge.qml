@@ -30,7 +30,6 @@ Rectangle {
             text: qsTr("%1 moves").arg(badge.board.moveCount)
             font.pixelSize: 22
             font.bold: true
-            font.family: "monospace"
             color: "white"
         }
     }

@@ -86,6 +86,7 @@ Item {
 
             // Only the arrangement in use exists, so every place has one item.
             Loader {
+                id: arrangementLoader
                 anchors.fill: parent
                 sourceComponent: boardGeometry.portrait ? portraitArrangement : landscapeArrangement
             }
@@ -96,6 +97,8 @@ Item {
     Component {
         id: portraitArrangement
         Item {
+            readonly property Item tableau: portraitTableau
+            readonly property Item below: portraitHand
             Column {
                 anchors.horizontalCenter: parent.horizontalCenter
                 spacing: 32
@@ -106,12 +109,14 @@ Item {
                     cardWidth: boardGeometry.cardWidth
                 }
                 Tableau {
+                    id: portraitTableau
                     drag: cardDrag
                     board: view.board
                     geometry: boardGeometry
                     availableHeight: arrangement.height - boardGeometry.cardHeight * 2 - 64 - 2 * 46
                 }
                 HandArea {
+                    id: portraitHand
                     drag: cardDrag
                     anchors.horizontalCenter: parent.horizontalCenter
                     board: view.board
@@ -125,6 +130,8 @@ Item {
     Component {
         id: landscapeArrangement
         Item {
+            readonly property Item tableau: landscapeTableau
+            readonly property Item below: null
             Row {
                 anchors.horizontalCenter: parent.horizontalCenter
                 spacing: boardGeometry.sectionSpacing
@@ -137,12 +144,15 @@ Item {
                 }
                 Column {
                     spacing: 36
+                    // Centred in the frame of the ten columns.
                     FoundationArea {
+                        anchors.horizontalCenter: parent.horizontalCenter
                         drag: cardDrag
                         board: view.board
                         cardWidth: boardGeometry.cardWidth
                     }
                     Tableau {
+                        id: landscapeTableau
                         drag: cardDrag
                         board: view.board
                         geometry: boardGeometry
@@ -153,21 +163,43 @@ Item {
         }
     }
 
+    // Where the toast and the automatic-finish badge hide no card: in the free band between the
+    // lowest card of the tableau and what lies below it (the hand row, or the window's edge), or,
+    // when that band is too narrow, over the toolbar.
+    readonly property real freeBandTop: {
+        const loaded = arrangementLoader.item;
+        if (!loaded) return height;
+        // Read for their change signals: mapToItem alone does not follow the layout.
+        void [arrangement.y, arrangement.height, loaded.tableau.y, loaded.tableau.cardsHeight];
+        return loaded.tableau.mapToItem(view, 0, loaded.tableau.cardsHeight).y;
+    }
+    readonly property real freeBandBottom: {
+        const loaded = arrangementLoader.item;
+        if (!loaded || !loaded.below) return height;
+        void [arrangement.y, arrangement.height, loaded.below.y];
+        return loaded.below.mapToItem(view, 0, 0).y;
+    }
+    function messageY(itemHeight) {
+        const margin = 24;
+        if (freeBandBottom - freeBandTop >= itemHeight + 2 * margin)
+            return freeBandBottom - margin - itemHeight;
+        return toolbar.mapToItem(view, 0, 0).y + (toolbar.height - itemHeight) / 2;
+    }
+
     MessageToast {
+        id: toast
         board: view.board
         preferences: view.preferences
         z: 8000
         anchors.horizontalCenter: parent.horizontalCenter
-        anchors.bottom: parent.bottom
-        anchors.bottomMargin: 24
+        y: view.messageY(height)
     }
 
     AutoCompleteBadge {
         board: view.board
         z: 9000
         anchors.horizontalCenter: parent.horizontalCenter
-        anchors.top: parent.top
-        anchors.topMargin: 80
+        y: view.messageY(height)
     }
 
     // While the game finishes itself the table takes no input.
@@ -180,6 +212,7 @@ Item {
 
     ActiveDragOverlay {
         drag: cardDrag
+        shown: !view.board.won
         anchors.fill: parent
         z: 10000
     }

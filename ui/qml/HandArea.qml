@@ -12,6 +12,7 @@ AreaPanel {
     title: qsTr("HAND")
     icon: "hand-back-right"
     accent: "#7fc8ff"
+    sidePadding: vertical ? 20 : 10
 
     Grid {
         columns: area.vertical ? 1 : 4

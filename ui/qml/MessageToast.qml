@@ -9,6 +9,10 @@ Rectangle {
     required property var preferences
 
     property string shown
+    // The text stays on the plate while the plate fades out, so that no empty plate is left.
+    property string displayed
+
+    onShownChanged: if (shown.length > 0) displayed = shown
 
     objectName: "gameToast"
     opacity: shown.length > 0 ? 1 : 0
@@ -18,7 +22,7 @@ Rectangle {
     radius: 14
     color: Qt.rgba(0, 0, 0, 0.42)
     Accessible.role: Accessible.StaticText
-    Accessible.name: qsTr("Game message: %1").arg(shown)
+    Accessible.name: qsTr("Game message: %1").arg(displayed)
 
     // It rises into place as it fades in, and sinks as it fades out.
     Behavior on opacity { NumberAnimation { duration: 320; easing.type: Easing.OutCubic } }
@@ -33,7 +37,7 @@ Rectangle {
         width: Math.min(implicitWidth, 580)
         wrapMode: Text.WordWrap
         horizontalAlignment: Text.AlignHCenter
-        text: toast.shown
+        text: toast.displayed
         color: "white"
         font.pixelSize: 15
     }

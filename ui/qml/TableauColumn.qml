@@ -23,8 +23,11 @@ Item {
     readonly property int selectedStart: board.selectionKind === 0 && board.selectionIndex === columnIndex
                                          ? board.selectionCardIndex : -1
 
+    // How far down the cards reach; the column itself also answers taps below them.
+    readonly property real cardsHeight: cardHeight + offset * Math.max(count - 1, 0)
+
     width: cardWidth
-    height: Math.max(availableHeight, cardHeight + offset * Math.max(count - 1, 0))
+    height: Math.max(availableHeight, cardsHeight)
     objectName: "column-" + columnIndex
 
     Component.onCompleted: drag.registerTarget(0, columnIndex, column)

@@ -14,9 +14,12 @@ Item {
         anchors.fill: parent
         color: Qt.rgba(0, 0, 0, 0.64)
     }
-    // The dimmed table takes no taps while the panel is up.
+    // The dimmed table takes no taps while the panel is up, and the toolbar under it does not
+    // light up as the pointer passes.
     MouseArea {
         anchors.fill: parent
+        hoverEnabled: true
+        acceptedButtons: Qt.AllButtons
     }
     Rectangle {
         anchors.centerIn: parent
