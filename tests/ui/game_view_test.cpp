@@ -12,6 +12,7 @@
 #include "ui/preferences_model.hpp"
 
 #include <QGuiApplication>
+#include <QStyleHints>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -388,7 +389,12 @@ TEST_F(GameViewTest, TheFinishIsOfferedOnceAndPlaysItself)
 
 TEST_F(GameViewTest, AWinIsCelebratedOnceAndPlayAgainDeals)
 {
+    QGuiApplication::styleHints()->setUseHoverEffects(true); // off by default offscreen
     open(kingsLeft(), QSize(1600, 1000));
+    QTest::mouseMove(window.get(), centreOf("settingsButton").toPoint());
+    QTest::qWait(50);
+    EXPECT_TRUE(item("settingsButton")->property("hovered").toBool()) << "the pointer lights up a button";
+    QTest::mouseMove(window.get(), QPoint(5, 500));
     for (std::int64_t c = 0; c < 8; ++c) {
         ASSERT_TRUE(store->move(MoveSource::tableau(c, 0), MoveDestination::foundation(c)));
         QCoreApplication::processEvents();
