@@ -336,10 +336,14 @@ void GameBoard::tapFoundation(int index)
 
 void GameBoard::tapTable() { taps::onTable(store_); }
 
-void GameBoard::moveFocus(int direction)
+void GameBoard::moveFocus(int direction, bool portrait, bool handOnRight)
 {
     if (focusShown_ && direction >= 0 && direction <= 3) {
-        focus_ = zelvaine::moveFocus(focus_, static_cast<KeyboardFocus::Direction>(direction), store_.state());
+        const FocusArrangement arrangement = portrait      ? FocusArrangement::portrait
+                                             : handOnRight ? FocusArrangement::landscapeHandRight
+                                                           : FocusArrangement::landscapeHandLeft;
+        focus_ = zelvaine::moveFocus(focus_, static_cast<KeyboardFocus::Direction>(direction), store_.state(),
+                                     arrangement);
     }
     focus_ = settleFocus(focus_, store_.state());
     focusShown_ = true;

@@ -108,8 +108,10 @@ public:
     Q_INVOKABLE void moveToHand(int kind, int index, int cardIndex);
     Q_INVOKABLE void moveToColumn(int kind, int index, int cardIndex, int column);
 
-    // Arrow keys: 0 left, 1 right, 2 up, 3 down. The first key only shows where the focus is.
-    Q_INVOKABLE void moveFocus(int direction);
+    // Arrow keys: 0 left, 1 right, 2 up, 3 down, to the place drawn next in that direction
+    // (the arrangement and the hand's side say how the places are drawn). The first key only
+    // shows where the focus is.
+    Q_INVOKABLE void moveFocus(int direction, bool portrait = true, bool handOnRight = false);
     Q_INVOKABLE void activateFocus();
     Q_INVOKABLE void hideFocus();
 

@@ -30,54 +30,96 @@ std::int64_t columnLength(const GameState& state, std::int64_t column)
 // Entering a column lands on its lowest card, the one most often played.
 KeyboardFocus enterColumn(std::int64_t column, const GameState& state)
 {
+    column = std::clamp<std::int64_t>(column, 0, static_cast<std::int64_t>(tableauColumnCount) - 1);
     return {Row::tableau, column, std::max<std::int64_t>(columnLength(state, column) - 1, 0)};
 }
 
-// Rows of different lengths line up end to end: column 9 sits under foundation 7 and over hand
-// slot 3, the places between in proportion, rounded.
-std::int64_t mapIndex(std::int64_t index, Row from, Row to)
-{
-    const std::int64_t fromLast = rowLength(from) - 1;
-    const std::int64_t toLast = rowLength(to) - 1;
-    return std::clamp<std::int64_t>((2 * index * toLast + fromLast) / (2 * fromLast), 0, toLast);
-}
+// The foundation row (8 places) and the portrait hand row (4) are centred over the ten columns,
+// so foundation f stands over column f + 1 and hand slot s under column s + 3.
+constexpr std::int64_t foundationColumnOffset = 1;
+constexpr std::int64_t handColumnOffset = 3;
 
-} // namespace
+std::int64_t clampTo(Row row, std::int64_t index) { return std::clamp<std::int64_t>(index, 0, rowLength(row) - 1); }
 
-KeyboardFocus moveFocus(const KeyboardFocus& focus, Direction direction, const GameState& state)
+// The wide arrangement's hand panel: its first slot is level with the foundations, the others
+// with the tableau.
+constexpr std::int64_t firstTableauLevelSlot = 1;
+
+KeyboardFocus movePortrait(const KeyboardFocus& current, Direction direction, const GameState& state)
 {
-    const KeyboardFocus current = settleFocus(focus, state);
     switch (direction) {
     case Direction::left:
     case Direction::right: {
-        const std::int64_t step = direction == Direction::left ? -1 : 1;
-        const std::int64_t index = std::clamp<std::int64_t>(current.index + step, 0, rowLength(current.row) - 1);
+        const std::int64_t index = clampTo(current.row, current.index + (direction == Direction::left ? -1 : 1));
         if (current.row == Row::tableau) return enterColumn(index, state);
         return {current.row, index, 0};
     }
     case Direction::up:
-        if (current.row == Row::hand) return enterColumn(mapIndex(current.index, Row::hand, Row::tableau), state);
+        if (current.row == Row::hand) return enterColumn(current.index + handColumnOffset, state);
         if (current.row == Row::tableau) {
             const std::int64_t above = current.cardIndex - 1;
-            if (above >= 0 && isValidString(state, current.index, above)) {
-                return {Row::tableau, current.index, above};
-            }
-            return {Row::foundations, mapIndex(current.index, Row::tableau, Row::foundations), 0};
+            if (above >= 0 && isValidString(state, current.index, above)) return {Row::tableau, current.index, above};
+            return {Row::foundations, clampTo(Row::foundations, current.index - foundationColumnOffset), 0};
         }
         return current;
     case Direction::down:
-        if (current.row == Row::foundations) {
-            return enterColumn(mapIndex(current.index, Row::foundations, Row::tableau), state);
-        }
+        if (current.row == Row::foundations) return enterColumn(current.index + foundationColumnOffset, state);
         if (current.row == Row::tableau) {
             if (current.cardIndex + 1 < columnLength(state, current.index)) {
                 return {Row::tableau, current.index, current.cardIndex + 1};
             }
-            return {Row::hand, mapIndex(current.index, Row::tableau, Row::hand), 0};
+            return {Row::hand, clampTo(Row::hand, current.index - handColumnOffset), 0};
         }
         return current;
     }
     return current;
+}
+
+KeyboardFocus moveLandscape(const KeyboardFocus& current, Direction direction, const GameState& state, bool handOnLeft)
+{
+    // Towards the hand panel, or away from it into the main column.
+    const Direction towardsHand = handOnLeft ? Direction::left : Direction::right;
+    const std::int64_t sideColumn = handOnLeft ? 0 : rowLength(Row::tableau) - 1;
+    const std::int64_t sideFoundation = handOnLeft ? 0 : rowLength(Row::foundations) - 1;
+    switch (current.row) {
+    case Row::hand:
+        if (direction == Direction::up || direction == Direction::down) {
+            return {Row::hand, clampTo(Row::hand, current.index + (direction == Direction::up ? -1 : 1)), 0};
+        }
+        if (direction == towardsHand) return current;
+        if (current.index < firstTableauLevelSlot) return {Row::foundations, sideFoundation, 0};
+        return enterColumn(sideColumn, state);
+    case Row::foundations:
+        if (direction == Direction::down) return enterColumn(current.index + foundationColumnOffset, state);
+        if (direction == Direction::up) return current;
+        if (direction == towardsHand && current.index == sideFoundation) return {Row::hand, 0, 0};
+        return {Row::foundations, clampTo(Row::foundations, current.index + (direction == Direction::left ? -1 : 1)), 0};
+    case Row::tableau:
+        if (direction == Direction::left || direction == Direction::right) {
+            if (direction == towardsHand && current.index == sideColumn) return {Row::hand, firstTableauLevelSlot, 0};
+            return enterColumn(clampTo(Row::tableau, current.index + (direction == Direction::left ? -1 : 1)), state);
+        }
+        if (direction == Direction::up) {
+            const std::int64_t above = current.cardIndex - 1;
+            if (above >= 0 && isValidString(state, current.index, above)) return {Row::tableau, current.index, above};
+            return {Row::foundations, clampTo(Row::foundations, current.index - foundationColumnOffset), 0};
+        }
+        if (current.cardIndex + 1 < columnLength(state, current.index)) {
+            return {Row::tableau, current.index, current.cardIndex + 1};
+        }
+        return current;
+    }
+    return current;
+}
+
+} // namespace
+
+KeyboardFocus moveFocus(const KeyboardFocus& focus, Direction direction, const GameState& state,
+                        FocusArrangement arrangement)
+{
+    const KeyboardFocus current = settleFocus(focus, state);
+    if (arrangement == FocusArrangement::portrait) return movePortrait(current, direction, state);
+    return moveLandscape(current, direction, state, arrangement == FocusArrangement::landscapeHandLeft);
 }
 
 KeyboardFocus settleFocus(const KeyboardFocus& focus, const GameState& state)

@@ -21,9 +21,15 @@ struct KeyboardFocus {
     friend bool operator==(const KeyboardFocus&, const KeyboardFocus&) = default;
 };
 
-// Where an arrow key takes the focus. Within a column, up and down walk the cards that can be
-// picked up; past them the focus leaves for the foundations above or the hand below.
-KeyboardFocus moveFocus(const KeyboardFocus& focus, KeyboardFocus::Direction direction, const GameState& state);
+// How the places are drawn, which decides where an arrow key leads: in a tall window the hand
+// is a row under the tableau; in a wide one its slots are stacked in a panel at one side.
+enum class FocusArrangement : std::uint8_t { portrait, landscapeHandLeft, landscapeHandRight };
+
+// Where an arrow key takes the focus: to the place drawn next in that direction. Within a
+// column, up and down walk the cards that can be picked up; past them the focus leaves for the
+// foundations above (or, in portrait, the hand below).
+KeyboardFocus moveFocus(const KeyboardFocus& focus, KeyboardFocus::Direction direction, const GameState& state,
+                        FocusArrangement arrangement = FocusArrangement::portrait);
 
 // Keeps a focus valid after the position changed (a column got shorter, say).
 KeyboardFocus settleFocus(const KeyboardFocus& focus, const GameState& state);

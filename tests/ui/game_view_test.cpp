@@ -225,8 +225,11 @@ TEST_F(GameViewTest, TheKeyboardPlaysToo)
 
     QTest::keyClick(window.get(), Qt::Key_Down); // onto the card just played
     EXPECT_EQ(board->focusCardIndex(), 10);
-    QTest::keyClick(window.get(), Qt::Key_Down); // and on to the hand
+    QTest::keyClick(window.get(), Qt::Key_Down); // the lowest card: a wide window has no hand below
+    EXPECT_EQ(board->focusRow(), 1);
+    for (int i = 0; i < 5; ++i) QTest::keyClick(window.get(), Qt::Key_Left); // to the hand panel at the left
     EXPECT_EQ(board->focusRow(), 2);
+    EXPECT_EQ(board->focusIndex(), 1);
     QTest::keyClick(window.get(), Qt::Key_Return);
     EXPECT_EQ(store->selection(), MoveSource::hand(1));
     QTest::keyClick(window.get(), Qt::Key_Escape);

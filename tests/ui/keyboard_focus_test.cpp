@@ -33,7 +33,9 @@ TEST(KeyboardFocus, ArrowsWalkTheBoard)
     EXPECT_EQ(focus, (KeyboardFocus{Row::foundations, 0, 0}));
     focus = moveFocus(focus, Direction::left, s);
     EXPECT_EQ(focus.index, 0);
-    focus = moveFocus(focus, Direction::down, s);
+    focus = moveFocus(focus, Direction::down, s); // the foundations are centred: the first stands over column 2
+    EXPECT_EQ(focus, (KeyboardFocus{Row::tableau, 1, 0}));
+    focus = moveFocus(focus, Direction::left, s);
     EXPECT_EQ(focus, (KeyboardFocus{Row::tableau, 0, 3})); // back on the lowest card
     focus = moveFocus(focus, Direction::right, s);
     EXPECT_EQ(focus, (KeyboardFocus{Row::tableau, 1, 0}));
@@ -44,11 +46,38 @@ TEST(KeyboardFocus, ArrowsWalkTheBoard)
     focus = moveFocus(focus, Direction::down, s);
     EXPECT_EQ(focus.row, Row::hand);
 
-    // The last column lines up with the last foundation and the last hand slot.
+    // The centred rows: foundation f over column f + 1, hand slot s under column s + 3; the
+    // columns beyond a row's ends lead to its nearest place.
     EXPECT_EQ(moveFocus({Row::tableau, 9, 0}, Direction::up, s), (KeyboardFocus{Row::foundations, 7, 0}));
     EXPECT_EQ(moveFocus({Row::tableau, 9, 0}, Direction::down, s), (KeyboardFocus{Row::hand, 3, 0}));
-    EXPECT_EQ(moveFocus({Row::hand, 3, 0}, Direction::up, s), (KeyboardFocus{Row::tableau, 9, 0}));
+    EXPECT_EQ(moveFocus({Row::tableau, 4, 0}, Direction::down, s), (KeyboardFocus{Row::hand, 1, 0}));
+    EXPECT_EQ(moveFocus({Row::hand, 3, 0}, Direction::up, s), (KeyboardFocus{Row::tableau, 6, 0}));
     EXPECT_EQ(moveFocus({Row::foundations, 7, 0}, Direction::right, s), (KeyboardFocus{Row::foundations, 7, 0}));
+}
+
+// In a wide window the hand is a stacked panel at one side: the arrows reach it sideways from
+// the nearest column or foundation, and walk its slots up and down.
+TEST(KeyboardFocus, ArrowsFollowTheSideHandPanel)
+{
+    const GameState s = board();
+    const auto left = FocusArrangement::landscapeHandLeft;
+    const auto right = FocusArrangement::landscapeHandRight;
+    EXPECT_EQ(moveFocus({Row::tableau, 0, 3}, Direction::left, s, left), (KeyboardFocus{Row::hand, 1, 0}));
+    EXPECT_EQ(moveFocus({Row::tableau, 0, 3}, Direction::left, s, right), (KeyboardFocus{Row::tableau, 0, 3}));
+    EXPECT_EQ(moveFocus({Row::tableau, 9, 0}, Direction::right, s, right), (KeyboardFocus{Row::hand, 1, 0}));
+    EXPECT_EQ(moveFocus({Row::foundations, 0, 0}, Direction::left, s, left), (KeyboardFocus{Row::hand, 0, 0}));
+    EXPECT_EQ(moveFocus({Row::foundations, 7, 0}, Direction::right, s, right), (KeyboardFocus{Row::hand, 0, 0}));
+
+    KeyboardFocus focus{Row::hand, 0, 0};
+    focus = moveFocus(focus, Direction::down, s, left);
+    EXPECT_EQ(focus, (KeyboardFocus{Row::hand, 1, 0}));
+    focus = moveFocus(focus, Direction::right, s, left); // back to the first column's lowest card
+    EXPECT_EQ(focus, (KeyboardFocus{Row::tableau, 0, 3}));
+    EXPECT_EQ(moveFocus({Row::hand, 0, 0}, Direction::right, s, left), (KeyboardFocus{Row::foundations, 0, 0}));
+    EXPECT_EQ(moveFocus({Row::hand, 3, 0}, Direction::down, s, left), (KeyboardFocus{Row::hand, 3, 0}));
+    EXPECT_EQ(moveFocus({Row::hand, 2, 0}, Direction::left, s, left), (KeyboardFocus{Row::hand, 2, 0}));
+    // No hand below the columns: down stops at the lowest card.
+    EXPECT_EQ(moveFocus({Row::tableau, 0, 3}, Direction::down, s, left), (KeyboardFocus{Row::tableau, 0, 3}));
 }
 
 TEST(KeyboardFocus, SettlesOnWhatIsThere)

@@ -24,10 +24,10 @@ Item {
     // Keyboard play: arrows move the focus ring, Return or Space taps, Escape lets go.
     Keys.onPressed: event => {
         switch (event.key) {
-        case Qt.Key_Left: view.board.moveFocus(0); break;
-        case Qt.Key_Right: view.board.moveFocus(1); break;
-        case Qt.Key_Up: view.board.moveFocus(2); break;
-        case Qt.Key_Down: view.board.moveFocus(3); break;
+        case Qt.Key_Left: view.moveFocus(0); break;
+        case Qt.Key_Right: view.moveFocus(1); break;
+        case Qt.Key_Up: view.moveFocus(2); break;
+        case Qt.Key_Down: view.moveFocus(3); break;
         case Qt.Key_Return:
         case Qt.Key_Enter:
         case Qt.Key_Space: view.board.activateFocus(); break;
@@ -35,6 +35,10 @@ Item {
         default: return;
         }
         event.accepted = true;
+    }
+
+    function moveFocus(direction) {
+        view.board.moveFocus(direction, boardGeometry.portrait, view.preferences.handOnRight);
     }
 
     CardDragController {
