@@ -1,5 +1,6 @@
 // Zelvaine: the store restored or dealt, the preferences, the sound player, then the window.
 
+#include "app/command_line.hpp"
 #include "app/qml_menu.hpp"
 #include "app/qt_localizer.hpp"
 #include "app/translations.hpp"
@@ -22,6 +23,8 @@
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QtQml/QQmlExtensionPlugin>
+
+#include <iostream>
 
 Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
 Q_IMPORT_QML_PLUGIN(ZelvaineShellPlugin)
@@ -56,6 +59,10 @@ QPalette darkPalette()
 
 int main(int argc, char** argv)
 {
+    // Answered before QGuiApplication exists, which would need a display.
+    const zelvaine::CommandLine commandLine = zelvaine::readCommandLine(argc, argv, std::cout, std::cerr);
+    if (commandLine.exitStatus) return *commandLine.exitStatus;
+
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName("Zelvaine");
     QGuiApplication::setOrganizationName("Zelvaine");
@@ -64,7 +71,7 @@ int main(int argc, char** argv)
     QGuiApplication::setPalette(darkPalette());
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/zelvaine.svg")));
     // For the start-up benchmark: the time from launch to the board's first frame.
-    const bool quitAfterFirstFrame = application.arguments().contains(QStringLiteral("--quit-after-first-frame"));
+    const bool quitAfterFirstFrame = commandLine.quitAfterFirstFrame;
 
     zelvaine::installTranslations(application);
     zelvaine::QtLocalizer localizer;
@@ -79,11 +86,9 @@ int main(int argc, char** argv)
     zelvaine::PreferencesModel preferencesModel(preferences);
     // Checks for a newer release when the player asks, and on its own as configured.
     // A packager (or a test) may point the checker elsewhere with --update-configuration=FILE.
-    QString updateConfiguration = QStringLiteral(":/update/update.json");
-    for (const QString& argument : application.arguments()) {
-        if (argument.startsWith(QLatin1String("--update-configuration=")))
-            updateConfiguration = argument.section(QLatin1Char('='), 1);
-    }
+    const QString updateConfiguration = commandLine.updateConfiguration
+                                            ? QString::fromLocal8Bit(*commandLine.updateConfiguration)
+                                            : QStringLiteral(":/update/update.json");
     zelvaine::Updater updater(zelvaine::loadUpdateConfiguration(updateConfiguration), &defaults);
     updater.startAutomaticChecks();
 
@@ -113,12 +118,7 @@ int main(int argc, char** argv)
 
     // A shared game named on the command line (the file manager opens .zelvaine files this way)
     // asks to be opened like one chosen in the game.
-    const QStringList arguments = application.arguments();
-    for (qsizetype i = 1; i < arguments.size(); ++i) {
-        if (arguments[i].startsWith(QLatin1String("--"))) continue;
-        board.openGamePath(arguments[i]);
-        break;
-    }
+    if (commandLine.sharedGame) board.openGamePath(QString::fromLocal8Bit(*commandLine.sharedGame));
 
     // Deferred saves and the database's own writes must reach the disk when the player leaves:
     // the application goes inactive, or the game window is hidden or minimised.
