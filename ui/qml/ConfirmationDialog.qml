@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls
 
 // The store's question, over the board: new game, restart, automatic finish or opening a file.
-Dialog {
+GameDialog {
     id: dialog
 
     required property var board
@@ -10,7 +10,6 @@ Dialog {
 
     objectName: "confirmation"
     anchors.centerIn: parent
-    modal: true
     visible: board.confirmation >= 0
     closePolicy: Popup.CloseOnEscape
     title: texts.title || ""

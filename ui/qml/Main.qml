@@ -169,11 +169,10 @@ ApplicationWindow {
         updateHost: window.updater !== null ? window.updater.feedHost : ""
     }
 
-    Dialog {
+    GameDialog {
         id: about
         objectName: "aboutDialog"
         anchors.centerIn: parent
-        modal: true
         standardButtons: Dialog.Ok
         title: qsTr("About Zelvaine")
         ColumnLayout {
@@ -207,14 +206,13 @@ ApplicationWindow {
         ignoreUnknownSignals: true
         function onResultReady() { updateResult.open(); }
     }
-    Dialog {
+    GameDialog {
         id: updateResult
         objectName: "updateResultDialog"
         // The checker's states: 2 up to date, 3 a newer release, 4 the check failed.
         readonly property int state: window.updater !== null ? window.updater.state : 0
         anchors.centerIn: parent
         width: Math.min(460, window.width - 40)
-        modal: true
         title: state === 3 ? qsTr("A new version of Zelvaine is available")
              : state === 2 ? qsTr("You’re up to date")
              : qsTr("Zelvaine could not check for updates")
