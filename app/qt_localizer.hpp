@@ -9,6 +9,7 @@ namespace zelvaine {
 class QtLocalizer final : public Localizer {
 public:
     std::string translate(std::string_view context, std::string_view key) const override;
+    std::string translate(std::string_view context, std::string_view key, std::int64_t count) const override;
 };
 
 } // namespace zelvaine

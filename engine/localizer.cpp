@@ -31,6 +31,32 @@ std::string localized(std::string_view key)
     return currentLocalizer().translate(engineTextContext, key);
 }
 
+std::string Localizer::translate(std::string_view context, std::string_view key, std::int64_t count) const
+{
+    return formatCount(translate(context, key), count);
+}
+
+std::string localized(std::string_view key, std::int64_t count)
+{
+    return currentLocalizer().translate(engineTextContext, key, count);
+}
+
+std::string formatCount(std::string_view pattern, std::int64_t count)
+{
+    const std::string number = std::to_string(count);
+    std::string out;
+    out.reserve(pattern.size() + number.size());
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        if (pattern[i] == '%' && i + 1 < pattern.size() && pattern[i + 1] == 'n') {
+            out += number;
+            ++i;
+        } else {
+            out += pattern[i];
+        }
+    }
+    return out;
+}
+
 std::string formatText(std::string_view pattern, std::initializer_list<std::string_view> arguments)
 {
     const std::vector<std::string_view> values(arguments);

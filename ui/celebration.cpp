@@ -110,8 +110,7 @@ std::string celebrationMessage(std::string_view dealIdentifier, std::int64_t mov
 
 std::string completionSummary(std::int64_t moveCount)
 {
-    return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "You built all eight foundations in %1 moves.")),
-                      {std::to_string(moveCount)});
+    return localized(QT_TRANSLATE_N_NOOP("Zelvaine", "You built all eight foundations in %n moves."), moveCount);
 }
 
 const std::array<ConfettiParticle, confettiCount>& confettiParticles()

@@ -7,9 +7,12 @@
         <source>Auto-completing…</source>
         <translation>Wird automatisch abgeschlossen…</translation>
     </message>
-    <message>
-        <source>%1 moves</source>
-        <translation>%1 Züge</translation>
+    <message numerus="yes">
+        <source>%n moves</source>
+        <translation>
+            <numerusform>%n Zug</numerusform>
+            <numerusform>%n Züge</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -17,14 +20,6 @@
     <message>
         <source>Two-deck challenge</source>
         <translation>Herausforderung mit zwei Decks</translation>
-    </message>
-    <message>
-        <source>%1 moves</source>
-        <translation>%1 Züge</translation>
-    </message>
-    <message>
-        <source>High score: %1 moves</source>
-        <translation>Bestwert: %1 Züge</translation>
     </message>
     <message>
         <source>Undo</source>
@@ -73,6 +68,20 @@
     <message>
         <source>Settings</source>
         <translation>Einstellungen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n moves</source>
+        <translation>
+            <numerusform>%n Zug</numerusform>
+            <numerusform>%n Züge</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>High score: %n moves</source>
+        <translation>
+            <numerusform>Bestwert: %n Zug</numerusform>
+            <numerusform>Bestwert: %n Züge</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -385,10 +394,6 @@
         <translation>Bestes Spiel</translation>
     </message>
     <message>
-        <source>%1 moves</source>
-        <translation>%1 Züge</translation>
-    </message>
-    <message>
         <source>Privacy Policy</source>
         <translation>Datenschutzerklärung</translation>
     </message>
@@ -399,6 +404,13 @@
     <message>
         <source>Version</source>
         <translation>Version</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n moves</source>
+        <translation>
+            <numerusform>%n Zug</numerusform>
+            <numerusform>%n Züge</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -995,9 +1007,12 @@
         <source>The move count can wait. The win is yours.</source>
         <translation>Die Zugzahl kann warten. Der Sieg gehört dir.</translation>
     </message>
-    <message>
-        <source>You built all eight foundations in %1 moves.</source>
-        <translation>Du hast alle acht Ablagestapel in %1 Zügen gebaut.</translation>
+    <message numerus="yes">
+        <source>You built all eight foundations in %n moves.</source>
+        <translation>
+            <numerusform>Du hast alle acht Ablagestapel in %n Zug gebaut.</numerusform>
+            <numerusform>Du hast alle acht Ablagestapel in %n Zügen gebaut.</numerusform>
+        </translation>
     </message>
 </context>
 <context>

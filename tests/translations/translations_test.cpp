@@ -133,6 +133,7 @@ TEST_F(German, StatisticsTilesGroupDigitsTheGermanWay)
     // A move count is not a quantity to group.
     EXPECT_EQ(best->property("value").toString(), QStringLiteral("1234 Züge"));
     EXPECT_EQ(completionSummary(212), "Du hast alle acht Ablagestapel in 212 Zügen gebaut.");
+    EXPECT_EQ(completionSummary(1), "Du hast alle acht Ablagestapel in 1 Zug gebaut.");
 }
 
 // A text that reaches the player without being marked for the tables would stay English here.
@@ -201,6 +202,11 @@ TEST_F(Translations, EnglishGetsItsPluralForms)
               QStringLiteral("The update server did not answer within 1 second."));
     EXPECT_EQ(QCoreApplication::translate("zelvaine::Updater", text, nullptr, 30),
               QStringLiteral("The update server did not answer within 30 seconds."));
+    // The counts shown with a noun: the toolbar's, and the win's summary from the core.
+    EXPECT_EQ(QCoreApplication::translate("BoardToolbar", "%n moves", nullptr, 1), QStringLiteral("1 move"));
+    EXPECT_EQ(QCoreApplication::translate("BoardToolbar", "%n moves", nullptr, 2), QStringLiteral("2 moves"));
+    EXPECT_EQ(completionSummary(1), "You built all eight foundations in 1 move.");
+    EXPECT_EQ(completionSummary(104), "You built all eight foundations in 104 moves.");
 }
 
 struct TableEntry {

@@ -12,7 +12,7 @@ Rectangle {
     radius: 14
     color: Qt.rgba(0, 0, 0, 0.72)
     Accessible.role: Accessible.StaticText
-    Accessible.name: qsTr("Auto-completing…") + " " + qsTr("%1 moves").arg(board.moveCount)
+    Accessible.name: qsTr("Auto-completing…") + " " + qsTr("%n moves", "", board.moveCount)
 
     Row {
         id: row
@@ -27,7 +27,7 @@ Rectangle {
         }
         Text {
             objectName: "autoCompleteMoveCount"
-            text: qsTr("%1 moves").arg(badge.board.moveCount)
+            text: qsTr("%n moves", "", badge.board.moveCount)
             font.pixelSize: 22
             font.bold: true
             color: "white"

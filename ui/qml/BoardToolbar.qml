@@ -44,7 +44,7 @@ RowLayout {
     Text {
         objectName: "moveCount"
         Layout.leftMargin: 18
-        text: qsTr("%1 moves").arg(toolbar.board.moveCount)
+        text: qsTr("%n moves", "", toolbar.board.moveCount)
         font.pixelSize: toolbar.isCompact ? 11 : 15
         // The system face's figures are all one width, so the count does not jitter as it grows.
         color: Qt.rgba(1, 1, 1, 0.7)
@@ -56,7 +56,7 @@ RowLayout {
         spacing: 3
         Layout.leftMargin: 10
         Accessible.role: Accessible.StaticText
-        Accessible.name: qsTr("High score: %1 moves").arg(toolbar.preferences.highScore)
+        Accessible.name: qsTr("High score: %n moves", "", toolbar.preferences.highScore === undefined ? 0 : toolbar.preferences.highScore)
         Image {
             source: "qrc:/icons/mdi/trophy.svg"
             sourceSize: Qt.size(13, 13)

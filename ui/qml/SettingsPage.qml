@@ -194,7 +194,7 @@ Item {
                             icon: "star"
                             // Plain digits: a move count is not a quantity to group.
                             value: page.preferences.highScore === undefined ? "—"
-                                   : qsTr("%1 moves").arg(page.preferences.highScore)
+                                   : qsTr("%n moves", "", page.preferences.highScore)
                         }
                     }
                 }
