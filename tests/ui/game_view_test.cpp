@@ -674,6 +674,25 @@ TEST_F(GameViewTest, ConfirmationsAreAskedOverTheBoard)
     EXPECT_EQ(store->state().moveCount, 0);
     EXPECT_TRUE(store->challenge().usedRestart);
     EXPECT_EQ(board->confirmation(), -1);
+
+    // The keyboard answers too: Escape keeps the game, Return takes the highlighted answer,
+    // and the next click reaches the board.
+    click("tableau-0-9");
+    click("tableau-4-9");
+    board->requestNewGame();
+    QTest::qWait(100);
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    QTest::qWait(50);
+    EXPECT_EQ(board->confirmation(), -1);
+    EXPECT_EQ(store->state().moveCount, 1);
+    board->requestRestart();
+    QTest::qWait(100);
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    QTest::qWait(50);
+    EXPECT_EQ(board->confirmation(), -1);
+    EXPECT_EQ(store->state().moveCount, 0);
+    click("tableau-0-9");
+    EXPECT_EQ(store->selection(), MoveSource::tableau(0, 9));
 }
 
 // A separate window's items, found through its own item tree.

@@ -11,7 +11,6 @@ GameDialog {
     objectName: "confirmation"
     anchors.centerIn: parent
     visible: board.confirmation >= 0
-    closePolicy: Popup.CloseOnEscape
     title: texts.title || ""
 
     Label {

@@ -209,6 +209,8 @@ ApplicationWindow {
     GameDialog {
         id: updateResult
         objectName: "updateResultDialog"
+        // Return closes, like the highlighted OK; downloading is a choice made with the pointer.
+        returnAccepts: false
         // The checker's states: 2 up to date, 3 a newer release, 4 the check failed.
         readonly property int state: window.updater !== null ? window.updater.state : 0
         anchors.centerIn: parent
