@@ -52,10 +52,11 @@ Item {
             anchors.fill: parent
             source: card.face ? "qrc:/cards/" + card.face + ".png" : ""
             fillMode: Image.PreserveAspectCrop
-            // Decoded near the size it is drawn at: scaling a large picture on every frame is slow.
-            sourceSize.width: Math.min(360, Math.ceil(card.faceWidth * Screen.devicePixelRatio / 16) * 16)
-            smooth: true
-            mipmap: true
+            // Decoded at the size it is drawn at, so that drawing it is a copy rather than a
+            // filtered scaling on every frame: the software renderer would otherwise smooth-scale
+            // every card under a moving one, on a pool of threads, for no visible gain.
+            sourceSize.width: Math.min(360, Math.ceil(card.faceWidth * Screen.devicePixelRatio))
+            smooth: false
             asynchronous: false
         }
         Rectangle {
