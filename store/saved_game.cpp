@@ -63,9 +63,9 @@ JsonResult<SavedGame> decodeSavedGame(const element& root)
 bool isRestorable(const SavedGame& game)
 {
     // In order, stopping at the first failure: the cheap checks of the two main positions first.
-    return isWellFormed(game.currentState) && isWellFormed(game.initialState) &&
-           std::ranges::all_of(game.history, isWellFormed) && std::ranges::all_of(game.redoHistory, isWellFormed) &&
-           !isWon(game.currentState);
+    const auto sound = [](const GameState& state) { return isWellFormed(state) && hasSaneNumbers(state); };
+    return sound(game.currentState) && sound(game.initialState) && std::ranges::all_of(game.history, sound) &&
+           std::ranges::all_of(game.redoHistory, sound) && !isWon(game.currentState);
 }
 
 EncodedPosition piece(std::string_view text) { return std::make_shared<const std::string>(text); }
@@ -141,7 +141,8 @@ RestoredGame restoreSavedGame(std::string_view blob)
         return {RestoredFrom::savedGame, std::move(*game)};
     }
     // An older version kept only the bare position under the same key.
-    if (auto position = decodeGameState(root, JsonPath()); position && isWellFormed(*position) && !isWon(*position)) {
+    if (auto position = decodeGameState(root, JsonPath()); position && isWellFormed(*position) && hasSaneNumbers(*position) &&
+                    !isWon(*position)) {
         SavedGame game;
         game.currentState = *position;
         game.initialState = std::move(*position);

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace zelvaine {
 namespace {
 
@@ -77,6 +79,14 @@ TEST(SavedGame, AnythingDoubtfulGivesNothing)
     for (auto& pile : won.currentState.foundations) pile = testing::foundationUpTo("KH");
     SavedGame badInitial = game;
     badInitial.initialState.hand.pop_back();
+    SavedGame hugeCount = game;
+    hugeCount.currentState.moveCount = std::numeric_limits<std::int64_t>::max();
+    SavedGame negativeInHistory = game;
+    negativeInHistory.history[0].moveCount = -1;
+    SavedGame thirdDeck = game;
+    thirdDeck.redoHistory[0].tableau[3][2].deck = 2;
+    GameState hugeBare = game.currentState;
+    hugeBare.moveCount = moveCountLimit + 1;
 
     const std::string cases[] = {
         "",
@@ -89,6 +99,10 @@ TEST(SavedGame, AnythingDoubtfulGivesNothing)
         encodeSavedGame(deepBad),
         encodeSavedGame(won),
         encodeSavedGame(badInitial),
+        encodeSavedGame(hugeCount),
+        encodeSavedGame(negativeInHistory),
+        encodeSavedGame(thirdDeck),
+        toJson(hugeBare),
         toJson(won.currentState), // a won bare position
         R"({"tableau":[],"foundations":[],"hand":[],"moveCount":0})",
     };
