@@ -17,9 +17,15 @@ DefaultsEntry::DefaultsEntry(DefaultsValue value) : value_(std::move(value)) {}
 
 DefaultsEntry::DefaultsEntry(DataPieces pieces) : value_(DefaultsData()), pieces_(std::move(pieces)) {}
 
+DefaultsEntry::DefaultsEntry(DataRuns runs) : value_(DefaultsData()), runs_(std::move(runs)) {}
+
 const DefaultsValue& DefaultsEntry::value() const
 {
     std::call_once(joined_, [this] {
+        if (runs_) {
+            value_ = joinPieces(flattenRuns(*runs_));
+            return;
+        }
         if (pieces_.empty()) return; // whole from the start, or no pieces at all
         value_ = joinPieces(pieces_);
         pieces_ = {};
@@ -41,14 +47,17 @@ namespace fs = std::filesystem;
 constexpr int kBusyTimeoutMilliseconds = 5000;
 // Marks the file as ours, so that someone else's database found at our path counts as damaged.
 constexpr std::int64_t kApplicationId = 0x5A4C5644;
-constexpr std::int64_t kSchemaVersion = 1;
+// 2 added the runs tables; a file of version 1 is brought up to 2 when it is first opened for writing.
+constexpr std::int64_t kSchemaVersion = 2;
+constexpr std::int64_t kFirstSchemaVersion = 1;
 
 // STRICT keeps each value exactly as it was bound, so a kind and its value cannot drift apart
 // through SQLite's type conversions.
 constexpr const char* kCreateTable = "CREATE TABLE IF NOT EXISTS defaults ("
                                      "key TEXT PRIMARY KEY NOT NULL, kind INTEGER NOT NULL, value ANY) STRICT";
 
-enum class Kind : std::int64_t { boolean = 1, integer = 2, text = 3, data = 4 };
+// A value of kind `runs` holds the number of its runs; its bytes are in the runs tables.
+enum class Kind : std::int64_t { boolean = 1, integer = 2, text = 3, data = 4, runs = 5 };
 
 bool meansDamage(int result)
 {
@@ -115,6 +124,8 @@ std::optional<DefaultsValue> decode(sqlite3_stmt* row)
         if (bytes == nullptr) return DefaultsValue(DefaultsData()); // SQLite's empty blob
         return DefaultsValue(DefaultsData(bytes, bytes + size));
     }
+    case Kind::runs:
+        break;
     }
     return std::nullopt;
 }
@@ -125,10 +136,12 @@ struct Contents {
     DefaultsValues values;
     std::int64_t dataVersion = 0;
     int failure = SQLITE_OK;
+    std::int64_t schemaVersion = 0;
+    RunsSnapshot runs;
 };
 
-Contents failed(int result) { return Contents{failureState(result), false, {}, 0, result}; }
-Contents damaged() { return Contents{DefaultsFileState::damaged, false, {}, 0, SQLITE_CORRUPT}; }
+Contents failed(int result) { return Contents{failureState(result), false, {}, 0, result, 0, {}}; }
+Contents damaged() { return Contents{DefaultsFileState::damaged, false, {}, 0, SQLITE_CORRUPT, 0, {}}; }
 
 Contents readInTransaction(sqlite3* connection)
 {
@@ -142,9 +155,11 @@ Contents readInTransaction(sqlite3* connection)
     const auto dataVersion = queryOne<std::int64_t>(connection, "PRAGMA data_version", result);
     if (!dataVersion) return failed(result);
 
-    Contents contents{DefaultsFileState::usable, *tables == 0, {}, *dataVersion, SQLITE_OK};
+    Contents contents{DefaultsFileState::usable, *tables == 0, {}, *dataVersion, SQLITE_OK, *schemaVersion, {}};
     if (contents.fresh) return contents;
-    if (*applicationId != kApplicationId || *schemaVersion != kSchemaVersion) return damaged();
+    if (*applicationId != kApplicationId || *schemaVersion < kFirstSchemaVersion || *schemaVersion > kSchemaVersion) {
+        return damaged();
+    }
 
     // Reading every row would miss a broken index or free list, which would then fail every
     // later write without a word; the quick check reads each page once more.
@@ -155,6 +170,7 @@ Contents readInTransaction(sqlite3* connection)
     auto rows = prepare(connection, "SELECT key, kind, value FROM defaults", result);
     if ((result & 0xff) == SQLITE_ERROR) return damaged(); // our mark, but not our table
     if (result != SQLITE_OK) return failed(result);
+    std::vector<std::pair<std::string, std::int64_t>> runValues;
     while ((result = sqlite3_step(rows.get())) == SQLITE_ROW) {
         const auto* key = reinterpret_cast<const char*>(sqlite3_column_text(rows.get(), 0));
         if (key == nullptr) continue;
@@ -162,9 +178,24 @@ Contents readInTransaction(sqlite3* connection)
         if (auto value = decode(rows.get())) {
             contents.values.insert_or_assign(std::string(key, keySize),
                                              std::make_shared<const DefaultsEntry>(std::move(*value)));
+        } else if (sqlite3_column_int64(rows.get(), 1) == static_cast<std::int64_t>(Kind::runs) &&
+                   sqlite3_column_type(rows.get(), 2) == SQLITE_INTEGER) {
+            runValues.emplace_back(std::string(key, keySize), sqlite3_column_int64(rows.get(), 2));
         }
     }
     if (result != SQLITE_DONE) return failed(result);
+    if (*schemaVersion < 2) return contents;
+
+    auto runs = readRuns(connection, result);
+    if ((result & 0xff) == SQLITE_ERROR) return damaged(); // our mark, but not our tables
+    if (!runs) return failed(result);
+    for (const auto& [key, count] : runValues) {
+        // A value whose rows or pieces are missing reads as absent, like a row of the wrong kind.
+        if (auto whole = intactRuns(*runs, key, count)) {
+            contents.values.insert_or_assign(key, std::make_shared<const DefaultsEntry>(std::move(*whole)));
+        }
+    }
+    contents.runs = std::move(*runs);
     return contents;
 }
 
@@ -234,8 +265,17 @@ bool useWriteAheadLog(sqlite3* connection)
 
 bool createTable(sqlite3* connection)
 {
-    const std::string sql = "BEGIN IMMEDIATE;" + std::string(kCreateTable) +
+    const std::string sql = "BEGIN IMMEDIATE;" + std::string(kCreateTable) + ";" + kCreateRunsTables +
                             ";PRAGMA application_id=" + std::to_string(kApplicationId) +
+                            ";PRAGMA user_version=" + std::to_string(kSchemaVersion) + ";COMMIT";
+    if (execute(connection, sql.c_str()) == SQLITE_OK) return true;
+    execute(connection, "ROLLBACK");
+    return false;
+}
+
+bool upgradeSchema(sqlite3* connection)
+{
+    const std::string sql = "BEGIN IMMEDIATE;" + std::string(kCreateRunsTables) +
                             ";PRAGMA user_version=" + std::to_string(kSchemaVersion) + ";COMMIT";
     if (execute(connection, sql.c_str()) == SQLITE_OK) return true;
     execute(connection, "ROLLBACK");
@@ -246,9 +286,9 @@ std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connectio
 {
     sqlite3* handle = connection.get();
     if (sqlite3_db_readonly(handle, "main") != 0) return nullptr;
-    // Larger pages cut a saved game's chain of overflow pages to a quarter, which makes its
-    // commit about a quarter faster. Only a new file can take them.
-    if (contents.fresh) execute(handle, "PRAGMA page_size=16384");
+    // A save writes one position of a few kilobytes and a few small rows; every page it touches
+    // is written whole, so small pages keep a save small. Only a new file can take them.
+    if (contents.fresh) execute(handle, "PRAGMA page_size=4096");
     // A commit in the write-ahead log counts only once its commit frame, checksummed together
     // with the frames before it, is complete; a crash at any moment leaves the file at the last
     // whole commit. FULL also syncs the log at every commit, so a flush survives a power loss
@@ -261,8 +301,14 @@ std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connectio
         Contents created = readContents(handle);
         if (created.state != DefaultsFileState::usable || created.fresh) return nullptr;
         contents = std::move(created);
+    } else if (contents.schemaVersion < kSchemaVersion) {
+        if (!upgradeSchema(handle)) return nullptr;
+        Contents upgraded = readContents(handle);
+        if (upgraded.state != DefaultsFileState::usable) return nullptr;
+        contents = std::move(upgraded);
     }
-    return DefaultsDatabase::create(std::move(connection), contents.values, contents.dataVersion);
+    return DefaultsDatabase::create(std::move(connection), contents.values, contents.dataVersion,
+                                    std::move(contents.runs));
 }
 
 int bindValue(sqlite3_stmt* statement, bool value)
@@ -309,8 +355,8 @@ bool runOnce(sqlite3_stmt* statement)
 
 } // namespace
 
-std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(
-    sqlite::Connection connection, const DefaultsValues& contents, std::int64_t dataVersion)
+std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(sqlite::Connection connection, const DefaultsValues& contents,
+                                                            std::int64_t dataVersion, RunsSnapshot runs)
 {
     std::unique_ptr<DefaultsDatabase> database(new DefaultsDatabase());
     sqlite3* handle = connection.get();
@@ -324,6 +370,7 @@ std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(
     if (result != SQLITE_OK) return nullptr;
     database->dataVersion_ = prepare(handle, "PRAGMA data_version", result);
     if (result != SQLITE_OK) return nullptr;
+    database->runs_ = std::make_unique<RunsTable>(handle, std::move(runs));
     database->connection_ = std::move(connection);
     database->known_ = contents;
     database->knownDataVersion_ = dataVersion;
@@ -350,16 +397,29 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         known_.clear();
         knowsEveryKey_ = false;
         knownDataVersion_ = dataVersion;
+        runs_->forget();
     }
 
     std::size_t rows = 0;
     for (const auto& [key, value] : changes) {
         if (holds(key, value)) continue;
-        if (!(value ? store(key, value->value()) : erase(key))) {
+        bool written = false;
+        if (!value) {
+            written = erase(key);
+        } else if (const DataRuns* runs = value->runs()) {
+            written = storeRuns(key, *runs);
+        } else {
+            written = store(key, value->value());
+        }
+        if (!written) {
             abandon();
             return {};
         }
         ++rows;
+    }
+    if (rows > 0 && !runs_->reclaim()) {
+        abandon();
+        return {};
     }
     if (rows == 0) {
         execute(handle, "ROLLBACK");
@@ -379,11 +439,15 @@ bool DefaultsDatabase::holds(const std::string& key, const SharedDefaultsValue& 
     if (found == known_.end()) return knowsEveryKey_ && !value;
     const SharedDefaultsValue& held = found->second;
     if (!held || !value) return held == value;
+    // Runs are compared by identity only: joining them to compare would cost more than writing
+    // the few rows that changed.
+    if (held->runs() || value->runs()) return held == value;
     return held == value || held->value() == value->value();
 }
 
 bool DefaultsDatabase::store(const std::string& key, const DefaultsValue& value)
 {
+    if (!runs_->erase(key)) return false;
     sqlite3_stmt* statement = upsert_.get();
     const int bound = bindKey(statement, key);
     if (bound != SQLITE_OK ||
@@ -394,8 +458,27 @@ bool DefaultsDatabase::store(const std::string& key, const DefaultsValue& value)
     return runOnce(statement);
 }
 
+bool DefaultsDatabase::storeRuns(const std::string& key, const DataRuns& runs)
+{
+    if (!runs_->write(key, runs)) return false;
+    // The row that names the value changes only with the number of runs.
+    const auto found = known_.find(key);
+    if (found != known_.end() && found->second && found->second->runs() && found->second->runs()->size() == runs.size()) {
+        return true;
+    }
+    sqlite3_stmt* statement = upsert_.get();
+    if (bindKey(statement, key) != SQLITE_OK ||
+        sqlite3_bind_int64(statement, 2, static_cast<sqlite3_int64>(Kind::runs)) != SQLITE_OK ||
+        sqlite3_bind_int64(statement, 3, static_cast<sqlite3_int64>(runs.size())) != SQLITE_OK) {
+        sqlite3_clear_bindings(statement);
+        return false;
+    }
+    return runOnce(statement);
+}
+
 bool DefaultsDatabase::erase(const std::string& key)
 {
+    if (!runs_->erase(key)) return false;
     sqlite3_stmt* statement = delete_.get();
     if (bindKey(statement, key) != SQLITE_OK) return false;
     return runOnce(statement);
@@ -407,6 +490,7 @@ void DefaultsDatabase::abandon()
     execute(connection_.get(), "ROLLBACK");
     known_.clear();
     knowsEveryKey_ = false;
+    runs_->forget();
 }
 
 OpenedDefaults openDefaultsDatabase(const fs::path& file)

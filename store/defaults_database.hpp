@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/defaults_runs.hpp"
 #include "store/defaults_store.hpp"
 
 #include <cstddef>
@@ -22,14 +23,19 @@ class DefaultsEntry {
 public:
     explicit DefaultsEntry(DefaultsValue value);
     explicit DefaultsEntry(DataPieces pieces);
+    explicit DefaultsEntry(DataRuns runs);
 
     // Safe from any thread; the first call joins the pieces, later ones wait for it or find it done.
     const DefaultsValue& value() const;
+    // The runs of a value stored as runs; they stay after joining, as the writer compares the
+    // next value's runs with them.
+    const DataRuns* runs() const { return runs_ ? &*runs_ : nullptr; }
 
 private:
     mutable std::once_flag joined_;
     mutable DefaultsValue value_;
     mutable DataPieces pieces_;
+    std::optional<DataRuns> runs_;
 };
 
 // Entries are shared by the in-memory copy, the writer's queue and the record of what the file
@@ -59,8 +65,8 @@ public:
     };
 
     // Gives nothing when the statements cannot be prepared.
-    static std::unique_ptr<DefaultsDatabase> create(
-        sqlite::Connection connection, const DefaultsValues& contents, std::int64_t dataVersion);
+    static std::unique_ptr<DefaultsDatabase> create(sqlite::Connection connection, const DefaultsValues& contents,
+                                                    std::int64_t dataVersion, RunsSnapshot runs);
 
     // Writes the changes in one transaction, leaving out those the file already holds. Waits up
     // to the busy timeout for another instance that is writing.
@@ -71,6 +77,7 @@ private:
 
     bool holds(const std::string& key, const SharedDefaultsValue& value) const;
     bool store(const std::string& key, const DefaultsValue& value);
+    bool storeRuns(const std::string& key, const DataRuns& runs);
     bool erase(const std::string& key);
     void abandon();
 
@@ -78,6 +85,7 @@ private:
     sqlite::Statement upsert_;
     sqlite::Statement delete_;
     sqlite::Statement dataVersion_;
+    std::unique_ptr<RunsTable> runs_;
     // What the file holds, as far as this connection knows: an empty pointer is a key known to be
     // absent, and every key not listed is known to be absent while knowsEveryKey_ holds. Another
     // instance's commit changes the data version and makes all of it unknown.

@@ -10,11 +10,27 @@ namespace {
 
 constexpr double doubleTapInterval = 0.38;
 
-std::optional<SavedGame> restore(const DefaultsStore& defaults)
+struct Restored {
+    SavedGame game;
+    std::optional<SavedGamePositions> positions;
+};
+
+std::optional<Restored> restore(const DefaultsStore& defaults)
 {
     const auto blob = defaults.data(savedGameKey);
     if (!blob) return std::nullopt;
-    return restoreSavedGame(std::string_view(reinterpret_cast<const char*>(blob->data()), blob->size())).game;
+    RestoredGame restored =
+        restoreSavedGame(std::string_view(reinterpret_cast<const char*>(blob->data()), blob->size()));
+    if (!restored.game) return std::nullopt;
+    Restored result{std::move(*restored.game), std::nullopt};
+    // Going on with the stored pieces themselves lets the next save refer to them as they are,
+    // instead of storing every position of a long history again under a new identity.
+    if (restored.from == RestoredFrom::savedGame) {
+        if (auto runs = defaults.dataRuns(savedGameKey)) {
+            result.positions = savedGamePositions(*runs, result.game.history.size(), result.game.redoHistory.size());
+        }
+    }
+    return result;
 }
 
 std::vector<EncodedPosition> encodeAll(const std::vector<GameState>& positions)
@@ -34,11 +50,18 @@ GameStore::GameStore(std::optional<GameState> initialGame, DefaultsStore& defaul
         state_ = *initialGame;
         initialState_ = std::move(*initialGame);
     } else if (auto saved = restore(defaults_)) {
-        state_ = std::move(saved->currentState);
-        initialState_ = std::move(saved->initialState);
-        history_ = std::move(saved->history);
-        redoHistory_ = std::move(saved->redoHistory);
-        challenge_ = saved->challenge;
+        state_ = std::move(saved->game.currentState);
+        initialState_ = std::move(saved->game.initialState);
+        history_ = std::move(saved->game.history);
+        redoHistory_ = std::move(saved->game.redoHistory);
+        challenge_ = saved->game.challenge;
+        if (saved->positions) {
+            stateJson_ = std::move(saved->positions->currentState);
+            initialJson_ = std::move(saved->positions->initialState);
+            historyJson_ = std::move(saved->positions->history);
+            redoJson_ = std::move(saved->positions->redoHistory);
+            return;
+        }
         historiesEncoded_ = false;
     } else {
         state_ = dealNewGame();
@@ -405,7 +428,7 @@ void GameStore::persistNow()
 {
     if (!shouldPersist_) return;
     encodeRestoredHistories();
-    defaults_.setData(savedGameKey, savedGamePieces(stateJson(), initialJson_, historyJson_, redoJson_, challenge_));
+    defaults_.setRuns(savedGameKey, savedGameRuns(stateJson(), initialJson_, historyJson_, redoJson_, challenge_));
     hasDeferredPersistence_ = false;
 }
 

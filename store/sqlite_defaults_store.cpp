@@ -67,6 +67,24 @@ void SqliteDefaultsStore::setData(std::string_view key, DataPieces pieces)
     store(key, std::make_shared<const DefaultsEntry>(std::move(pieces)));
 }
 
+void SqliteDefaultsStore::setRuns(std::string_view key, DataRuns runs)
+{
+    store(key, std::make_shared<const DefaultsEntry>(std::move(runs)));
+}
+
+std::optional<DataRuns> SqliteDefaultsStore::dataRuns(std::string_view key) const
+{
+    SharedDefaultsValue found;
+    {
+        std::lock_guard lock(mutex_);
+        auto entry = values_.find(key);
+        if (entry == values_.end()) return std::nullopt;
+        found = entry->second;
+    }
+    if (const DataRuns* runs = found->runs()) return *runs;
+    return std::nullopt;
+}
+
 void SqliteDefaultsStore::store(std::string_view key, SharedDefaultsValue shared)
 {
     std::vector<SharedDefaultsValue> released; // freed after the lock, on this thread

@@ -35,6 +35,9 @@ public:
     void set(std::string_view key, DefaultsValue value) override;
     // Takes the pieces as they are; the writer thread joins them.
     void setData(std::string_view key, DataPieces pieces) override;
+    // Each piece is stored once, and each run as the change from the one in the file.
+    void setRuns(std::string_view key, DataRuns runs) override;
+    std::optional<DataRuns> dataRuns(std::string_view key) const override;
     void remove(std::string_view key) override;
     // Returns once every earlier write is committed, or its attempt has failed.
     void flush() override;
