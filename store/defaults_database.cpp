@@ -289,6 +289,9 @@ std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connectio
     // A save writes one position of a few kilobytes and a few small rows; every page it touches
     // is written whole, so small pages keep a save small. Only a new file can take them.
     if (contents.fresh) execute(handle, "PRAGMA page_size=4096");
+    // A new deal frees the pages of a long game at once; incremental vacuuming gives them back
+    // to the file system instead of keeping the file at its largest.
+    if (contents.fresh) execute(handle, "PRAGMA auto_vacuum=INCREMENTAL");
     // A commit in the write-ahead log counts only once its commit frame, checksummed together
     // with the frames before it, is complete; a crash at any moment leaves the file at the last
     // whole commit. FULL also syncs the log at every commit, so a flush survives a power loss
@@ -430,6 +433,13 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         return {};
     }
     for (const auto& [key, value] : changes) known_.insert_or_assign(key, value);
+    // Only worth it once a long game's worth of pages is free; a few free pages are reused by
+    // the next saves anyway.
+    int result = SQLITE_OK;
+    constexpr std::int64_t kFreePagesWorthReturning = 256;
+    if (queryOne<std::int64_t>(handle, "PRAGMA freelist_count", result).value_or(0) >= kFreePagesWorthReturning) {
+        execute(handle, "PRAGMA incremental_vacuum");
+    }
     return {true, rows};
 }
 
