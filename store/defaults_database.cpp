@@ -384,16 +384,13 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
 {
     sqlite3* handle = connection_.get();
     // Taking the write lock first means a busy file is waited for here, never half-way through.
-    if (execute(handle, "BEGIN IMMEDIATE") != SQLITE_OK) return {};
+    if (const int begun = execute(handle, "BEGIN IMMEDIATE"); begun != SQLITE_OK) return {false, 0, begun};
 
     sqlite3_stmt* version = dataVersion_.get();
     const bool versionRead = sqlite3_step(version) == SQLITE_ROW;
     const std::int64_t dataVersion = versionRead ? sqlite3_column_int64(version, 0) : 0;
     sqlite3_reset(version);
-    if (!versionRead) {
-        abandon();
-        return {};
-    }
+    if (!versionRead) return {false, 0, abandon()};
     if (dataVersion != knownDataVersion_) {
         // Another instance committed: what we knew may be stale, and a value equal to our
         // last one must be written again so that the later write wins.
@@ -414,23 +411,17 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         } else {
             written = store(key, value->value());
         }
-        if (!written) {
-            abandon();
-            return {};
-        }
+        if (!written) return {false, 0, abandon()};
         ++rows;
     }
-    if (rows > 0 && !runs_->reclaim()) {
-        abandon();
-        return {};
-    }
+    if (rows > 0 && !runs_->reclaim()) return {false, 0, abandon()};
     if (rows == 0) {
         execute(handle, "ROLLBACK");
         return {true, 0};
     }
-    if (execute(handle, "COMMIT") != SQLITE_OK) {
+    if (const int committed = execute(handle, "COMMIT"); committed != SQLITE_OK) {
         abandon();
-        return {};
+        return {false, 0, committed};
     }
     for (const auto& [key, value] : changes) known_.insert_or_assign(key, value);
     // Only worth it once a long game's worth of pages is free; a few free pages are reused by
@@ -494,13 +485,30 @@ bool DefaultsDatabase::erase(const std::string& key)
     return runOnce(statement);
 }
 
-void DefaultsDatabase::abandon()
+int DefaultsDatabase::abandon()
 {
+    // The error of the statement that failed, before the rollback replaces it.
+    const int failure = sqlite3_extended_errcode(connection_.get());
     // After a failed commit the file may hold either side; assume nothing about it.
     execute(connection_.get(), "ROLLBACK");
     known_.clear();
     knowsEveryKey_ = false;
     runs_->forget();
+    return failure;
+}
+
+DefaultsWriteFailure writeFailureOf(int result)
+{
+    switch (result & 0xff) {
+    case SQLITE_FULL: return DefaultsWriteFailure::diskFull;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_AUTH: return DefaultsWriteFailure::readOnly;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED: return DefaultsWriteFailure::busy;
+    case SQLITE_IOERR: return DefaultsWriteFailure::ioError;
+    default: return DefaultsWriteFailure::noPlace;
+    }
 }
 
 OpenedDefaults openDefaultsDatabase(const fs::path& file)
@@ -525,17 +533,25 @@ OpenedDefaults openDefaultsDatabase(const fs::path& file)
         if (contents.state == DefaultsFileState::usable) {
             opened.state = DefaultsFileState::usable;
             opened.values = std::move(contents.values);
+            opened.failure = SQLITE_READONLY;
             return opened;
         }
     }
     if (contents.state != DefaultsFileState::usable) {
         if (contents.state == DefaultsFileState::damaged) closeWithoutCheckpoint(std::move(connection));
         opened.state = contents.state;
+        // Reading errors at opening (a folder at the file's place reads as one) mean the same to
+        // the player as a file that cannot be opened; only a lock or a full disk say more.
+        const int primary = contents.failure & 0xff;
+        opened.failure = primary == SQLITE_BUSY || primary == SQLITE_FULL ? contents.failure : SQLITE_CANTOPEN;
         return opened;
     }
 
     opened.state = DefaultsFileState::usable;
+    sqlite3* handle = connection.get();
+    const bool readOnly = sqlite3_db_readonly(handle, "main") != 0;
     opened.database = prepareForWriting(std::move(connection), contents);
+    if (!opened.database) opened.failure = readOnly ? SQLITE_READONLY : SQLITE_CANTOPEN;
     opened.values = std::move(contents.values);
     return opened;
 }

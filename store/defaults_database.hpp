@@ -62,6 +62,7 @@ public:
     struct WriteOutcome {
         bool committed = false;
         std::size_t rows = 0; // rows changed; 0 when the file held every value already
+        int failure = 0;      // SQLite's result code when not committed
     };
 
     // Gives nothing when the statements cannot be prepared.
@@ -79,7 +80,7 @@ private:
     bool store(const std::string& key, const DefaultsValue& value);
     bool storeRuns(const std::string& key, const DataRuns& runs);
     bool erase(const std::string& key);
-    void abandon();
+    int abandon();
 
     sqlite::Connection connection_;
     sqlite::Statement upsert_;
@@ -105,7 +106,12 @@ struct OpenedDefaults {
     DefaultsValues values;
     // Present when writes can be committed; a file that could only be read has none.
     std::unique_ptr<DefaultsDatabase> database;
+    // SQLite's result code of what kept it from being opened for writing, when it was.
+    int failure = 0;
 };
+
+// What a SQLite result code means for the player's saves.
+DefaultsWriteFailure writeFailureOf(int result);
 
 // Opens the file, creating it and its table when missing, and reads everything in it. A damaged
 // file is left as it was found: nothing is written to it and no checkpoint runs on closing.

@@ -31,6 +31,15 @@ using DataRuns = std::vector<DataPieces>;
 
 DataPieces flattenRuns(const DataRuns& runs);
 
+// Why writes are not reaching the disk.
+enum class DefaultsWriteFailure : std::uint8_t {
+    noPlace,  // the file or its folder cannot be made or opened for writing
+    readOnly, // the file, its folder or the disk refuses writes
+    diskFull,
+    busy,     // another program holds the file locked
+    ioError,  // the disk reported an error
+};
+
 class DefaultsStore {
 public:
     virtual ~DefaultsStore() = default;
@@ -47,6 +56,11 @@ public:
     virtual void remove(std::string_view key) = 0;
     // Blocks until every earlier write is durable.
     virtual void flush() = 0;
+    // Why the latest attempt to make writes durable failed; nothing once one succeeds again. A
+    // store that cannot fail says nothing.
+    virtual std::optional<DefaultsWriteFailure> writeFailure() const { return std::nullopt; }
+    // Where the store set aside a damaged file it found at start, for the player to be told.
+    virtual std::optional<std::string> keptAsideFile() const { return std::nullopt; }
 
     std::optional<bool> boolean(std::string_view key) const { return as<bool>(key); }
     std::optional<std::int64_t> integer(std::string_view key) const { return as<std::int64_t>(key); }

@@ -33,6 +33,30 @@ std::optional<Restored> restore(const DefaultsStore& defaults)
     return result;
 }
 
+std::string saveFailureText(DefaultsWriteFailure failure)
+{
+    const char* reason = "";
+    switch (failure) {
+    case DefaultsWriteFailure::noPlace:
+        reason = QT_TRANSLATE_NOOP("Zelvaine", "its file cannot be created or opened.");
+        break;
+    case DefaultsWriteFailure::readOnly:
+        reason = QT_TRANSLATE_NOOP("Zelvaine", "its file, its folder or the disk is read-only.");
+        break;
+    case DefaultsWriteFailure::diskFull:
+        reason = QT_TRANSLATE_NOOP("Zelvaine", "the disk is full.");
+        break;
+    case DefaultsWriteFailure::busy:
+        reason = QT_TRANSLATE_NOOP("Zelvaine", "another program is holding its file.");
+        break;
+    case DefaultsWriteFailure::ioError:
+        reason = QT_TRANSLATE_NOOP("Zelvaine", "the disk reported an error.");
+        break;
+    }
+    return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine cannot save your game: %1 It keeps trying as you play.")),
+                      {localized(reason)});
+}
+
 std::vector<EncodedPosition> encodeAll(const std::vector<GameState>& positions)
 {
     std::vector<EncodedPosition> encoded;
@@ -68,6 +92,17 @@ GameStore::GameStore(std::optional<GameState> initialGame, DefaultsStore& defaul
         initialState_ = state_;
     }
     initialJson_ = encodePosition(initialState_);
+    if (!shouldPersist_) return;
+    // Shown when the board appears; a player who finds a new deal must know why.
+    if (auto kept = defaults_.keptAsideFile()) {
+        messageKind_ = GameMessageKind::notice;
+        message_ = formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine found its saved data damaged and kept it as %1.")),
+                              {*kept});
+    } else if (auto failure = defaults_.writeFailure()) {
+        messageKind_ = GameMessageKind::notice;
+        message_ = saveFailureText(*failure);
+        saveFailureTold_ = true;
+    }
 }
 
 std::string GameStore::gameIdentifier() const
@@ -430,6 +465,21 @@ void GameStore::persistNow()
     encodeRestoredHistories();
     defaults_.setRuns(savedGameKey, savedGameRuns(stateJson(), initialJson_, historyJson_, redoJson_, challenge_));
     hasDeferredPersistence_ = false;
+    reportSaveHealth();
+}
+
+void GameStore::reportSaveHealth()
+{
+    // The write just handed over is still on its way; what is known is whether the ones before
+    // it arrived, which is soon enough for the player to stop or make room.
+    const auto failure = defaults_.writeFailure();
+    if (!failure) {
+        saveFailureTold_ = false;
+        return;
+    }
+    if (saveFailureTold_) return;
+    saveFailureTold_ = true;
+    publishMessage(GameMessageKind::notice, saveFailureText(*failure));
 }
 
 void GameStore::beginDeferringPersistence() { ++persistenceDeferralCount_; }
