@@ -63,6 +63,19 @@ bool isWellFormed(const GameState& state)
     return std::ranges::adjacent_find(ids) == ids.end();
 }
 
+bool hasSaneNumbers(const GameState& state)
+{
+    if (state.moveCount < 0 || state.moveCount > moveCountLimit) return false;
+    const auto saneDeck = [](const PlayingCard& card) { return card.deck == 0 || card.deck == 1; };
+    for (const Pile& column : state.tableau) {
+        if (!std::ranges::all_of(column, saneDeck)) return false;
+    }
+    for (const Pile& pile : state.foundations) {
+        if (!std::ranges::all_of(pile, saneDeck)) return false;
+    }
+    return std::ranges::all_of(state.hand, [&](const HandSlot& slot) { return !slot || saneDeck(*slot); });
+}
+
 bool isWon(const GameState& state)
 {
     const bool columnsEmpty = std::ranges::all_of(state.tableau, &Pile::empty);

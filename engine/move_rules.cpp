@@ -216,7 +216,8 @@ MoveOutcome applyMove(const GameState& state, const MoveSource& source, const Mo
     if (!cards) return refuse(QT_TRANSLATE_NOOP("Zelvaine", "That card is not available."));
 
     auto moved = [&](GameState next, bool counted) -> MoveOutcome {
-        if (counted) next.moveCount = state.moveCount + 1;
+        // Positions from outside are checked against the limit; one made here stops at it.
+        if (counted) next.moveCount = state.moveCount < moveCountLimit ? state.moveCount + 1 : moveCountLimit;
         return MoveMoved{std::move(next), counted, source.isFoundation()};
     };
 

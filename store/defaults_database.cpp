@@ -17,9 +17,15 @@ DefaultsEntry::DefaultsEntry(DefaultsValue value) : value_(std::move(value)) {}
 
 DefaultsEntry::DefaultsEntry(DataPieces pieces) : value_(DefaultsData()), pieces_(std::move(pieces)) {}
 
+DefaultsEntry::DefaultsEntry(DataRuns runs) : value_(DefaultsData()), runs_(std::move(runs)) {}
+
 const DefaultsValue& DefaultsEntry::value() const
 {
     std::call_once(joined_, [this] {
+        if (runs_) {
+            value_ = joinPieces(flattenRuns(*runs_));
+            return;
+        }
         if (pieces_.empty()) return; // whole from the start, or no pieces at all
         value_ = joinPieces(pieces_);
         pieces_ = {};
@@ -41,14 +47,17 @@ namespace fs = std::filesystem;
 constexpr int kBusyTimeoutMilliseconds = 5000;
 // Marks the file as ours, so that someone else's database found at our path counts as damaged.
 constexpr std::int64_t kApplicationId = 0x5A4C5644;
-constexpr std::int64_t kSchemaVersion = 1;
+// 2 added the runs tables; a file of version 1 is brought up to 2 when it is first opened for writing.
+constexpr std::int64_t kSchemaVersion = 2;
+constexpr std::int64_t kFirstSchemaVersion = 1;
 
 // STRICT keeps each value exactly as it was bound, so a kind and its value cannot drift apart
 // through SQLite's type conversions.
 constexpr const char* kCreateTable = "CREATE TABLE IF NOT EXISTS defaults ("
                                      "key TEXT PRIMARY KEY NOT NULL, kind INTEGER NOT NULL, value ANY) STRICT";
 
-enum class Kind : std::int64_t { boolean = 1, integer = 2, text = 3, data = 4 };
+// A value of kind `runs` holds the number of its runs; its bytes are in the runs tables.
+enum class Kind : std::int64_t { boolean = 1, integer = 2, text = 3, data = 4, runs = 5 };
 
 bool meansDamage(int result)
 {
@@ -115,6 +124,8 @@ std::optional<DefaultsValue> decode(sqlite3_stmt* row)
         if (bytes == nullptr) return DefaultsValue(DefaultsData()); // SQLite's empty blob
         return DefaultsValue(DefaultsData(bytes, bytes + size));
     }
+    case Kind::runs:
+        break;
     }
     return std::nullopt;
 }
@@ -125,10 +136,12 @@ struct Contents {
     DefaultsValues values;
     std::int64_t dataVersion = 0;
     int failure = SQLITE_OK;
+    std::int64_t schemaVersion = 0;
+    RunsSnapshot runs;
 };
 
-Contents failed(int result) { return Contents{failureState(result), false, {}, 0, result}; }
-Contents damaged() { return Contents{DefaultsFileState::damaged, false, {}, 0, SQLITE_CORRUPT}; }
+Contents failed(int result) { return Contents{failureState(result), false, {}, 0, result, 0, {}}; }
+Contents damaged() { return Contents{DefaultsFileState::damaged, false, {}, 0, SQLITE_CORRUPT, 0, {}}; }
 
 Contents readInTransaction(sqlite3* connection)
 {
@@ -142,9 +155,11 @@ Contents readInTransaction(sqlite3* connection)
     const auto dataVersion = queryOne<std::int64_t>(connection, "PRAGMA data_version", result);
     if (!dataVersion) return failed(result);
 
-    Contents contents{DefaultsFileState::usable, *tables == 0, {}, *dataVersion, SQLITE_OK};
+    Contents contents{DefaultsFileState::usable, *tables == 0, {}, *dataVersion, SQLITE_OK, *schemaVersion, {}};
     if (contents.fresh) return contents;
-    if (*applicationId != kApplicationId || *schemaVersion != kSchemaVersion) return damaged();
+    if (*applicationId != kApplicationId || *schemaVersion < kFirstSchemaVersion || *schemaVersion > kSchemaVersion) {
+        return damaged();
+    }
 
     // Reading every row would miss a broken index or free list, which would then fail every
     // later write without a word; the quick check reads each page once more.
@@ -155,6 +170,7 @@ Contents readInTransaction(sqlite3* connection)
     auto rows = prepare(connection, "SELECT key, kind, value FROM defaults", result);
     if ((result & 0xff) == SQLITE_ERROR) return damaged(); // our mark, but not our table
     if (result != SQLITE_OK) return failed(result);
+    std::vector<std::pair<std::string, std::int64_t>> runValues;
     while ((result = sqlite3_step(rows.get())) == SQLITE_ROW) {
         const auto* key = reinterpret_cast<const char*>(sqlite3_column_text(rows.get(), 0));
         if (key == nullptr) continue;
@@ -162,9 +178,24 @@ Contents readInTransaction(sqlite3* connection)
         if (auto value = decode(rows.get())) {
             contents.values.insert_or_assign(std::string(key, keySize),
                                              std::make_shared<const DefaultsEntry>(std::move(*value)));
+        } else if (sqlite3_column_int64(rows.get(), 1) == static_cast<std::int64_t>(Kind::runs) &&
+                   sqlite3_column_type(rows.get(), 2) == SQLITE_INTEGER) {
+            runValues.emplace_back(std::string(key, keySize), sqlite3_column_int64(rows.get(), 2));
         }
     }
     if (result != SQLITE_DONE) return failed(result);
+    if (*schemaVersion < 2) return contents;
+
+    auto runs = readRuns(connection, result);
+    if ((result & 0xff) == SQLITE_ERROR) return damaged(); // our mark, but not our tables
+    if (!runs) return failed(result);
+    for (const auto& [key, count] : runValues) {
+        // A value whose rows or pieces are missing reads as absent, like a row of the wrong kind.
+        if (auto whole = intactRuns(*runs, key, count)) {
+            contents.values.insert_or_assign(key, std::make_shared<const DefaultsEntry>(std::move(*whole)));
+        }
+    }
+    contents.runs = std::move(*runs);
     return contents;
 }
 
@@ -234,8 +265,17 @@ bool useWriteAheadLog(sqlite3* connection)
 
 bool createTable(sqlite3* connection)
 {
-    const std::string sql = "BEGIN IMMEDIATE;" + std::string(kCreateTable) +
+    const std::string sql = "BEGIN IMMEDIATE;" + std::string(kCreateTable) + ";" + kCreateRunsTables +
                             ";PRAGMA application_id=" + std::to_string(kApplicationId) +
+                            ";PRAGMA user_version=" + std::to_string(kSchemaVersion) + ";COMMIT";
+    if (execute(connection, sql.c_str()) == SQLITE_OK) return true;
+    execute(connection, "ROLLBACK");
+    return false;
+}
+
+bool upgradeSchema(sqlite3* connection)
+{
+    const std::string sql = "BEGIN IMMEDIATE;" + std::string(kCreateRunsTables) +
                             ";PRAGMA user_version=" + std::to_string(kSchemaVersion) + ";COMMIT";
     if (execute(connection, sql.c_str()) == SQLITE_OK) return true;
     execute(connection, "ROLLBACK");
@@ -246,9 +286,12 @@ std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connectio
 {
     sqlite3* handle = connection.get();
     if (sqlite3_db_readonly(handle, "main") != 0) return nullptr;
-    // Larger pages cut a saved game's chain of overflow pages to a quarter, which makes its
-    // commit about a quarter faster. Only a new file can take them.
-    if (contents.fresh) execute(handle, "PRAGMA page_size=16384");
+    // A save writes one position of a few kilobytes and a few small rows; every page it touches
+    // is written whole, so small pages keep a save small. Only a new file can take them.
+    if (contents.fresh) execute(handle, "PRAGMA page_size=4096");
+    // A new deal frees the pages of a long game at once; incremental vacuuming gives them back
+    // to the file system instead of keeping the file at its largest.
+    if (contents.fresh) execute(handle, "PRAGMA auto_vacuum=INCREMENTAL");
     // A commit in the write-ahead log counts only once its commit frame, checksummed together
     // with the frames before it, is complete; a crash at any moment leaves the file at the last
     // whole commit. FULL also syncs the log at every commit, so a flush survives a power loss
@@ -261,8 +304,14 @@ std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connectio
         Contents created = readContents(handle);
         if (created.state != DefaultsFileState::usable || created.fresh) return nullptr;
         contents = std::move(created);
+    } else if (contents.schemaVersion < kSchemaVersion) {
+        if (!upgradeSchema(handle)) return nullptr;
+        Contents upgraded = readContents(handle);
+        if (upgraded.state != DefaultsFileState::usable) return nullptr;
+        contents = std::move(upgraded);
     }
-    return DefaultsDatabase::create(std::move(connection), contents.values, contents.dataVersion);
+    return DefaultsDatabase::create(std::move(connection), contents.values, contents.dataVersion,
+                                    std::move(contents.runs));
 }
 
 int bindValue(sqlite3_stmt* statement, bool value)
@@ -309,8 +358,8 @@ bool runOnce(sqlite3_stmt* statement)
 
 } // namespace
 
-std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(
-    sqlite::Connection connection, const DefaultsValues& contents, std::int64_t dataVersion)
+std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(sqlite::Connection connection, const DefaultsValues& contents,
+                                                            std::int64_t dataVersion, RunsSnapshot runs)
 {
     std::unique_ptr<DefaultsDatabase> database(new DefaultsDatabase());
     sqlite3* handle = connection.get();
@@ -324,6 +373,7 @@ std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(
     if (result != SQLITE_OK) return nullptr;
     database->dataVersion_ = prepare(handle, "PRAGMA data_version", result);
     if (result != SQLITE_OK) return nullptr;
+    database->runs_ = std::make_unique<RunsTable>(handle, std::move(runs));
     database->connection_ = std::move(connection);
     database->known_ = contents;
     database->knownDataVersion_ = dataVersion;
@@ -334,42 +384,53 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
 {
     sqlite3* handle = connection_.get();
     // Taking the write lock first means a busy file is waited for here, never half-way through.
-    if (execute(handle, "BEGIN IMMEDIATE") != SQLITE_OK) return {};
+    if (const int begun = execute(handle, "BEGIN IMMEDIATE"); begun != SQLITE_OK) return {false, 0, begun};
 
     sqlite3_stmt* version = dataVersion_.get();
     const bool versionRead = sqlite3_step(version) == SQLITE_ROW;
     const std::int64_t dataVersion = versionRead ? sqlite3_column_int64(version, 0) : 0;
     sqlite3_reset(version);
-    if (!versionRead) {
-        abandon();
-        return {};
-    }
+    if (!versionRead) return {false, 0, abandon()};
     if (dataVersion != knownDataVersion_) {
         // Another instance committed: what we knew may be stale, and a value equal to our
         // last one must be written again so that the later write wins.
         known_.clear();
         knowsEveryKey_ = false;
         knownDataVersion_ = dataVersion;
+        runs_->forget();
     }
 
     std::size_t rows = 0;
     for (const auto& [key, value] : changes) {
         if (holds(key, value)) continue;
-        if (!(value ? store(key, value->value()) : erase(key))) {
-            abandon();
-            return {};
+        bool written = false;
+        if (!value) {
+            written = erase(key);
+        } else if (const DataRuns* runs = value->runs()) {
+            written = storeRuns(key, *runs);
+        } else {
+            written = store(key, value->value());
         }
+        if (!written) return {false, 0, abandon()};
         ++rows;
     }
+    if (rows > 0 && !runs_->reclaim()) return {false, 0, abandon()};
     if (rows == 0) {
         execute(handle, "ROLLBACK");
         return {true, 0};
     }
-    if (execute(handle, "COMMIT") != SQLITE_OK) {
+    if (const int committed = execute(handle, "COMMIT"); committed != SQLITE_OK) {
         abandon();
-        return {};
+        return {false, 0, committed};
     }
     for (const auto& [key, value] : changes) known_.insert_or_assign(key, value);
+    // Only worth it once a long game's worth of pages is free; a few free pages are reused by
+    // the next saves anyway.
+    int result = SQLITE_OK;
+    constexpr std::int64_t kFreePagesWorthReturning = 256;
+    if (queryOne<std::int64_t>(handle, "PRAGMA freelist_count", result).value_or(0) >= kFreePagesWorthReturning) {
+        execute(handle, "PRAGMA incremental_vacuum");
+    }
     return {true, rows};
 }
 
@@ -379,11 +440,15 @@ bool DefaultsDatabase::holds(const std::string& key, const SharedDefaultsValue& 
     if (found == known_.end()) return knowsEveryKey_ && !value;
     const SharedDefaultsValue& held = found->second;
     if (!held || !value) return held == value;
+    // Runs are compared by identity only: joining them to compare would cost more than writing
+    // the few rows that changed.
+    if (held->runs() || value->runs()) return held == value;
     return held == value || held->value() == value->value();
 }
 
 bool DefaultsDatabase::store(const std::string& key, const DefaultsValue& value)
 {
+    if (!runs_->erase(key)) return false;
     sqlite3_stmt* statement = upsert_.get();
     const int bound = bindKey(statement, key);
     if (bound != SQLITE_OK ||
@@ -394,19 +459,56 @@ bool DefaultsDatabase::store(const std::string& key, const DefaultsValue& value)
     return runOnce(statement);
 }
 
+bool DefaultsDatabase::storeRuns(const std::string& key, const DataRuns& runs)
+{
+    if (!runs_->write(key, runs)) return false;
+    // The row that names the value changes only with the number of runs.
+    const auto found = known_.find(key);
+    if (found != known_.end() && found->second && found->second->runs() && found->second->runs()->size() == runs.size()) {
+        return true;
+    }
+    sqlite3_stmt* statement = upsert_.get();
+    if (bindKey(statement, key) != SQLITE_OK ||
+        sqlite3_bind_int64(statement, 2, static_cast<sqlite3_int64>(Kind::runs)) != SQLITE_OK ||
+        sqlite3_bind_int64(statement, 3, static_cast<sqlite3_int64>(runs.size())) != SQLITE_OK) {
+        sqlite3_clear_bindings(statement);
+        return false;
+    }
+    return runOnce(statement);
+}
+
 bool DefaultsDatabase::erase(const std::string& key)
 {
+    if (!runs_->erase(key)) return false;
     sqlite3_stmt* statement = delete_.get();
     if (bindKey(statement, key) != SQLITE_OK) return false;
     return runOnce(statement);
 }
 
-void DefaultsDatabase::abandon()
+int DefaultsDatabase::abandon()
 {
+    // The error of the statement that failed, before the rollback replaces it.
+    const int failure = sqlite3_extended_errcode(connection_.get());
     // After a failed commit the file may hold either side; assume nothing about it.
     execute(connection_.get(), "ROLLBACK");
     known_.clear();
     knowsEveryKey_ = false;
+    runs_->forget();
+    return failure;
+}
+
+DefaultsWriteFailure writeFailureOf(int result)
+{
+    switch (result & 0xff) {
+    case SQLITE_FULL: return DefaultsWriteFailure::diskFull;
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_AUTH: return DefaultsWriteFailure::readOnly;
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED: return DefaultsWriteFailure::busy;
+    case SQLITE_IOERR: return DefaultsWriteFailure::ioError;
+    default: return DefaultsWriteFailure::noPlace;
+    }
 }
 
 OpenedDefaults openDefaultsDatabase(const fs::path& file)
@@ -431,17 +533,25 @@ OpenedDefaults openDefaultsDatabase(const fs::path& file)
         if (contents.state == DefaultsFileState::usable) {
             opened.state = DefaultsFileState::usable;
             opened.values = std::move(contents.values);
+            opened.failure = SQLITE_READONLY;
             return opened;
         }
     }
     if (contents.state != DefaultsFileState::usable) {
         if (contents.state == DefaultsFileState::damaged) closeWithoutCheckpoint(std::move(connection));
         opened.state = contents.state;
+        // Reading errors at opening (a folder at the file's place reads as one) mean the same to
+        // the player as a file that cannot be opened; only a lock or a full disk say more.
+        const int primary = contents.failure & 0xff;
+        opened.failure = primary == SQLITE_BUSY || primary == SQLITE_FULL ? contents.failure : SQLITE_CANTOPEN;
         return opened;
     }
 
     opened.state = DefaultsFileState::usable;
+    sqlite3* handle = connection.get();
+    const bool readOnly = sqlite3_db_readonly(handle, "main") != 0;
     opened.database = prepareForWriting(std::move(connection), contents);
+    if (!opened.database) opened.failure = readOnly ? SQLITE_READONLY : SQLITE_CANTOPEN;
     opened.values = std::move(contents.values);
     return opened;
 }

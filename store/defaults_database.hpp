@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/defaults_runs.hpp"
 #include "store/defaults_store.hpp"
 
 #include <cstddef>
@@ -22,14 +23,19 @@ class DefaultsEntry {
 public:
     explicit DefaultsEntry(DefaultsValue value);
     explicit DefaultsEntry(DataPieces pieces);
+    explicit DefaultsEntry(DataRuns runs);
 
     // Safe from any thread; the first call joins the pieces, later ones wait for it or find it done.
     const DefaultsValue& value() const;
+    // The runs of a value stored as runs; they stay after joining, as the writer compares the
+    // next value's runs with them.
+    const DataRuns* runs() const { return runs_ ? &*runs_ : nullptr; }
 
 private:
     mutable std::once_flag joined_;
     mutable DefaultsValue value_;
     mutable DataPieces pieces_;
+    std::optional<DataRuns> runs_;
 };
 
 // Entries are shared by the in-memory copy, the writer's queue and the record of what the file
@@ -56,11 +62,12 @@ public:
     struct WriteOutcome {
         bool committed = false;
         std::size_t rows = 0; // rows changed; 0 when the file held every value already
+        int failure = 0;      // SQLite's result code when not committed
     };
 
     // Gives nothing when the statements cannot be prepared.
-    static std::unique_ptr<DefaultsDatabase> create(
-        sqlite::Connection connection, const DefaultsValues& contents, std::int64_t dataVersion);
+    static std::unique_ptr<DefaultsDatabase> create(sqlite::Connection connection, const DefaultsValues& contents,
+                                                    std::int64_t dataVersion, RunsSnapshot runs);
 
     // Writes the changes in one transaction, leaving out those the file already holds. Waits up
     // to the busy timeout for another instance that is writing.
@@ -71,13 +78,15 @@ private:
 
     bool holds(const std::string& key, const SharedDefaultsValue& value) const;
     bool store(const std::string& key, const DefaultsValue& value);
+    bool storeRuns(const std::string& key, const DataRuns& runs);
     bool erase(const std::string& key);
-    void abandon();
+    int abandon();
 
     sqlite::Connection connection_;
     sqlite::Statement upsert_;
     sqlite::Statement delete_;
     sqlite::Statement dataVersion_;
+    std::unique_ptr<RunsTable> runs_;
     // What the file holds, as far as this connection knows: an empty pointer is a key known to be
     // absent, and every key not listed is known to be absent while knowsEveryKey_ holds. Another
     // instance's commit changes the data version and makes all of it unknown.
@@ -97,7 +106,12 @@ struct OpenedDefaults {
     DefaultsValues values;
     // Present when writes can be committed; a file that could only be read has none.
     std::unique_ptr<DefaultsDatabase> database;
+    // SQLite's result code of what kept it from being opened for writing, when it was.
+    int failure = 0;
 };
+
+// What a SQLite result code means for the player's saves.
+DefaultsWriteFailure writeFailureOf(int result);
 
 // Opens the file, creating it and its table when missing, and reads everything in it. A damaged
 // file is left as it was found: nothing is written to it and no checkpoint runs on closing.

@@ -23,6 +23,23 @@ using DataPieces = std::vector<std::shared_ptr<const std::string>>;
 
 DefaultsData joinPieces(const DataPieces& pieces);
 
+// A data value as consecutive runs of pieces. A store may keep every piece once and each run as a
+// list that refers to them; then a run that only grew or shrank at its end since the last write
+// costs just the pieces it gained, whatever its length. The saved game is such a value: each
+// position is a piece that never changes, and the histories are runs that move at their ends.
+using DataRuns = std::vector<DataPieces>;
+
+DataPieces flattenRuns(const DataRuns& runs);
+
+// Why writes are not reaching the disk.
+enum class DefaultsWriteFailure : std::uint8_t {
+    noPlace,  // the file or its folder cannot be made or opened for writing
+    readOnly, // the file, its folder or the disk refuses writes
+    diskFull,
+    busy,     // another program holds the file locked
+    ioError,  // the disk reported an error
+};
+
 class DefaultsStore {
 public:
     virtual ~DefaultsStore() = default;
@@ -31,9 +48,19 @@ public:
     virtual void set(std::string_view key, DefaultsValue value) = 0;
     // Stores the joined pieces as a data value; joins them at once unless a store knows better.
     virtual void setData(std::string_view key, DataPieces pieces) { set(key, joinPieces(pieces)); }
+    // Stores the runs' joined pieces as a data value; reading the key gives the joined bytes.
+    virtual void setRuns(std::string_view key, DataRuns runs) { setData(key, flattenRuns(runs)); }
+    // The runs of a data value stored by setRuns, when the store kept them; lets a reader reuse
+    // the pieces (and their identity) instead of splitting the joined bytes again.
+    virtual std::optional<DataRuns> dataRuns(std::string_view) const { return std::nullopt; }
     virtual void remove(std::string_view key) = 0;
     // Blocks until every earlier write is durable.
     virtual void flush() = 0;
+    // Why the latest attempt to make writes durable failed; nothing once one succeeds again. A
+    // store that cannot fail says nothing.
+    virtual std::optional<DefaultsWriteFailure> writeFailure() const { return std::nullopt; }
+    // Where the store set aside a damaged file it found at start, for the player to be told.
+    virtual std::optional<std::string> keptAsideFile() const { return std::nullopt; }
 
     std::optional<bool> boolean(std::string_view key) const { return as<bool>(key); }
     std::optional<std::int64_t> integer(std::string_view key) const { return as<std::int64_t>(key); }
@@ -59,6 +86,13 @@ inline DefaultsData joinPieces(const DataPieces& pieces)
     joined.reserve(size);
     for (const auto& piece : pieces) joined.insert(joined.end(), piece->begin(), piece->end());
     return joined;
+}
+
+inline DataPieces flattenRuns(const DataRuns& runs)
+{
+    DataPieces pieces;
+    for (const auto& run : runs) pieces.insert(pieces.end(), run.begin(), run.end());
+    return pieces;
 }
 
 } // namespace zelvaine

@@ -242,7 +242,7 @@ std::unordered_multiset<PlayingCard> cardSet(const GameState& state)
 bool isValidPair(const GameState& current, const GameState& restart)
 {
     if (!isWellFormed(current) || !isWellFormed(restart)) return false;
-    if (current.moveCount < 0 || restart.moveCount != 0) return false;
+    if (!hasSaneNumbers(current) || restart.moveCount != 0) return false;
     if (!std::ranges::all_of(restart.tableau, [](const Pile& c) { return c.size() == 10; })) return false;
     if (!std::ranges::all_of(restart.foundations, &Pile::empty)) return false;
     if (!std::ranges::all_of(restart.hand, [](const HandSlot& s) { return s.has_value(); })) return false;

@@ -1,8 +1,18 @@
 #include "store/game_preferences.hpp"
 
+#include <limits>
+
 namespace zelvaine {
 
 namespace keys = preferenceKeys;
+
+namespace {
+
+// The counts come from a file the player can edit; a stored maximum must not overflow on the
+// next game.
+std::int64_t oneMore(std::int64_t count) { return count < std::numeric_limits<std::int64_t>::max() ? count + 1 : count; }
+
+} // namespace
 
 std::string_view rawValue(LandscapeHandSide side) { return side == LandscapeHandSide::right ? "right" : "left"; }
 
@@ -72,8 +82,8 @@ void GamePreferences::storeCount(std::int64_t& field, std::int64_t value, GamePr
 void GamePreferences::recordGameStarted(const std::string& identifier)
 {
     if (lastCompletedGameIdentifier_ == identifier || activeGameIdentifier_ == identifier) return;
-    if (activeGameIdentifier_) storeCount(gamesLost_, gamesLost_ + 1, GamePreferencesProperty::gamesLost, keys::gamesLost);
-    storeCount(gamesPlayed_, gamesPlayed_ + 1, GamePreferencesProperty::gamesPlayed, keys::gamesPlayed);
+    if (activeGameIdentifier_) storeCount(gamesLost_, oneMore(gamesLost_), GamePreferencesProperty::gamesLost, keys::gamesLost);
+    storeCount(gamesPlayed_, oneMore(gamesPlayed_), GamePreferencesProperty::gamesPlayed, keys::gamesPlayed);
     activeGameIdentifier_ = identifier;
     defaults_.set(keys::activeGame, identifier);
 }
@@ -81,7 +91,7 @@ void GamePreferences::recordGameStarted(const std::string& identifier)
 bool GamePreferences::recordGameWon(std::int64_t moveCount, const std::string& identifier, bool eligible)
 {
     if (moveCount < 0 || activeGameIdentifier_ != identifier) return false;
-    assign(gamesWon_, gamesWon_ + 1, GamePreferencesProperty::gamesWon);
+    assign(gamesWon_, oneMore(gamesWon_), GamePreferencesProperty::gamesWon);
     activeGameIdentifier_.reset();
     lastCompletedGameIdentifier_ = identifier;
     defaults_.set(keys::gamesWon, gamesWon_);
@@ -92,7 +102,7 @@ bool GamePreferences::recordGameWon(std::int64_t moveCount, const std::string& i
         defaults_.set(keys::highScore, moveCount);
     }
     if (eligible) {
-        storeCount(gameCenterEligibleWins_, gameCenterEligibleWins_ + 1, GamePreferencesProperty::gameCenterEligibleWins,
+        storeCount(gameCenterEligibleWins_, oneMore(gameCenterEligibleWins_), GamePreferencesProperty::gameCenterEligibleWins,
                    keys::eligibleWins);
         if (!gameCenterBestMoveCount_ || *gameCenterBestMoveCount_ > moveCount) {
             assign(gameCenterBestMoveCount_, moveCount, GamePreferencesProperty::gameCenterBestMoveCount);

@@ -10,11 +10,51 @@ namespace {
 
 constexpr double doubleTapInterval = 0.38;
 
-std::optional<SavedGame> restore(const DefaultsStore& defaults)
+struct Restored {
+    SavedGame game;
+    std::optional<SavedGamePositions> positions;
+};
+
+std::optional<Restored> restore(const DefaultsStore& defaults)
 {
     const auto blob = defaults.data(savedGameKey);
     if (!blob) return std::nullopt;
-    return restoreSavedGame(std::string_view(reinterpret_cast<const char*>(blob->data()), blob->size())).game;
+    RestoredGame restored =
+        restoreSavedGame(std::string_view(reinterpret_cast<const char*>(blob->data()), blob->size()));
+    if (!restored.game) return std::nullopt;
+    Restored result{std::move(*restored.game), std::nullopt};
+    // Going on with the stored pieces themselves lets the next save refer to them as they are,
+    // instead of storing every position of a long history again under a new identity.
+    if (restored.from == RestoredFrom::savedGame) {
+        if (auto runs = defaults.dataRuns(savedGameKey)) {
+            result.positions = savedGamePositions(*runs, result.game.history.size(), result.game.redoHistory.size());
+        }
+    }
+    return result;
+}
+
+std::string saveFailureText(DefaultsWriteFailure failure)
+{
+    const char* reason = "";
+    switch (failure) {
+    case DefaultsWriteFailure::noPlace:
+        reason = QT_TRANSLATE_NOOP("Zelvaine", "its file cannot be created or opened.");
+        break;
+    case DefaultsWriteFailure::readOnly:
+        reason = QT_TRANSLATE_NOOP("Zelvaine", "its file, its folder or the disk is read-only.");
+        break;
+    case DefaultsWriteFailure::diskFull:
+        reason = QT_TRANSLATE_NOOP("Zelvaine", "the disk is full.");
+        break;
+    case DefaultsWriteFailure::busy:
+        reason = QT_TRANSLATE_NOOP("Zelvaine", "another program is holding its file.");
+        break;
+    case DefaultsWriteFailure::ioError:
+        reason = QT_TRANSLATE_NOOP("Zelvaine", "the disk reported an error.");
+        break;
+    }
+    return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine cannot save your game: %1 It keeps trying as you play.")),
+                      {localized(reason)});
 }
 
 std::vector<EncodedPosition> encodeAll(const std::vector<GameState>& positions)
@@ -34,17 +74,35 @@ GameStore::GameStore(std::optional<GameState> initialGame, DefaultsStore& defaul
         state_ = *initialGame;
         initialState_ = std::move(*initialGame);
     } else if (auto saved = restore(defaults_)) {
-        state_ = std::move(saved->currentState);
-        initialState_ = std::move(saved->initialState);
-        history_ = std::move(saved->history);
-        redoHistory_ = std::move(saved->redoHistory);
-        challenge_ = saved->challenge;
+        state_ = std::move(saved->game.currentState);
+        initialState_ = std::move(saved->game.initialState);
+        history_ = std::move(saved->game.history);
+        redoHistory_ = std::move(saved->game.redoHistory);
+        challenge_ = saved->game.challenge;
+        if (saved->positions) {
+            stateJson_ = std::move(saved->positions->currentState);
+            initialJson_ = std::move(saved->positions->initialState);
+            historyJson_ = std::move(saved->positions->history);
+            redoJson_ = std::move(saved->positions->redoHistory);
+            return;
+        }
         historiesEncoded_ = false;
     } else {
         state_ = dealNewGame();
         initialState_ = state_;
     }
     initialJson_ = encodePosition(initialState_);
+    if (!shouldPersist_) return;
+    // Shown when the board appears; a player who finds a new deal must know why.
+    if (auto kept = defaults_.keptAsideFile()) {
+        messageKind_ = GameMessageKind::notice;
+        message_ = formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine found its saved data damaged and kept it as %1.")),
+                              {*kept});
+    } else if (auto failure = defaults_.writeFailure()) {
+        messageKind_ = GameMessageKind::notice;
+        message_ = saveFailureText(*failure);
+        saveFailureTold_ = true;
+    }
 }
 
 std::string GameStore::gameIdentifier() const
@@ -405,8 +463,23 @@ void GameStore::persistNow()
 {
     if (!shouldPersist_) return;
     encodeRestoredHistories();
-    defaults_.setData(savedGameKey, savedGamePieces(stateJson(), initialJson_, historyJson_, redoJson_, challenge_));
+    defaults_.setRuns(savedGameKey, savedGameRuns(stateJson(), initialJson_, historyJson_, redoJson_, challenge_));
     hasDeferredPersistence_ = false;
+    reportSaveHealth();
+}
+
+void GameStore::reportSaveHealth()
+{
+    // The write just handed over is still on its way; what is known is whether the ones before
+    // it arrived, which is soon enough for the player to stop or make room.
+    const auto failure = defaults_.writeFailure();
+    if (!failure) {
+        saveFailureTold_ = false;
+        return;
+    }
+    if (saveFailureTold_) return;
+    saveFailureTold_ = true;
+    publishMessage(GameMessageKind::notice, saveFailureText(*failure));
 }
 
 void GameStore::beginDeferringPersistence() { ++persistenceDeferralCount_; }

@@ -127,6 +127,8 @@ private:
     void setChallenge(GameChallengeRecord challenge);
     void publishMessage(GameMessageKind kind, std::string text);
     const EncodedPosition& stateJson();
+    // Tells the player, once for each run of failures, that their game is not reaching the disk.
+    void reportSaveHealth();
     void encodeRestoredHistories();
 
     DefaultsStore& defaults_;
@@ -158,6 +160,7 @@ private:
     std::vector<EncodedPosition> redoJson_;
     // A restored game's histories are encoded at their first use rather than during start-up.
     bool historiesEncoded_ = true;
+    bool saveFailureTold_ = false;
 };
 
 } // namespace zelvaine

@@ -63,48 +63,94 @@ JsonResult<SavedGame> decodeSavedGame(const element& root)
 bool isRestorable(const SavedGame& game)
 {
     // In order, stopping at the first failure: the cheap checks of the two main positions first.
-    return isWellFormed(game.currentState) && isWellFormed(game.initialState) &&
-           std::ranges::all_of(game.history, isWellFormed) && std::ranges::all_of(game.redoHistory, isWellFormed) &&
-           !isWon(game.currentState);
+    const auto sound = [](const GameState& state) { return isWellFormed(state) && hasSaneNumbers(state); };
+    return sound(game.currentState) && sound(game.initialState) && std::ranges::all_of(game.history, sound) &&
+           std::ranges::all_of(game.redoHistory, sound) && !isWon(game.currentState);
 }
 
 EncodedPosition piece(std::string_view text) { return std::make_shared<const std::string>(text); }
-
-void appendPositions(DataPieces& pieces, std::span<const EncodedPosition> positions)
-{
-    static const EncodedPosition comma = piece(",");
-    for (std::size_t i = 0; i < positions.size(); ++i) {
-        if (i > 0) pieces.push_back(comma);
-        pieces.push_back(positions[i]);
-    }
-}
 
 } // namespace
 
 EncodedPosition encodePosition(const GameState& state) { return std::make_shared<const std::string>(toJson(state)); }
 
-DataPieces savedGamePieces(const EncodedPosition& currentState, const EncodedPosition& initialState,
-                           std::span<const EncodedPosition> history, std::span<const EncodedPosition> redoHistory,
-                           const GameChallengeRecord& challenge)
-{
-    static const EncodedPosition start = piece("{\"currentState\":");
-    static const EncodedPosition initial = piece(",\"initialState\":");
-    static const EncodedPosition historyStart = piece(",\"history\":[");
-    static const EncodedPosition redoStart = piece("],\"redoHistory\":[");
-    static const EncodedPosition challengeStart = piece("],\"challenge\":");
+namespace {
 
-    DataPieces pieces;
-    pieces.reserve(2 * (history.size() + redoHistory.size()) + 10);
-    pieces.insert(pieces.end(), {start, currentState, initial, initialState, historyStart});
-    appendPositions(pieces, history);
-    pieces.push_back(redoStart);
-    appendPositions(pieces, redoHistory);
-    pieces.push_back(challengeStart);
+const EncodedPosition& literal(int which)
+{
+    static const EncodedPosition pieces[] = {
+        piece("{\"currentState\":"), piece(",\"initialState\":"), piece(",\"history\":["),
+        piece("],\"redoHistory\":["),  piece("],\"challenge\":"),  piece(","),
+    };
+    return pieces[which];
+}
+enum Literal { start, initial, historyStart, redoStart, challengeStart, comma };
+
+DataPieces positionRun(std::span<const EncodedPosition> positions)
+{
+    DataPieces run;
+    run.reserve(positions.empty() ? 0 : 2 * positions.size() - 1);
+    for (std::size_t i = 0; i < positions.size(); ++i) {
+        if (i > 0) run.push_back(literal(comma));
+        run.push_back(positions[i]);
+    }
+    return run;
+}
+
+bool isPosition(const EncodedPosition& piece)
+{
+    return piece && piece->size() >= 2 && piece->front() == '{' && piece->back() == '}';
+}
+
+std::optional<std::vector<EncodedPosition>> positionsOf(const DataPieces& run, std::size_t count)
+{
+    if (run.size() != (count == 0 ? 0 : 2 * count - 1)) return std::nullopt;
+    std::vector<EncodedPosition> positions;
+    positions.reserve(count);
+    for (std::size_t i = 0; i < run.size(); ++i) {
+        if (i % 2 == 1) {
+            if (!run[i] || *run[i] != ",") return std::nullopt;
+        } else {
+            if (!isPosition(run[i])) return std::nullopt;
+            positions.push_back(run[i]);
+        }
+    }
+    return positions;
+}
+
+bool isLiteral(const EncodedPosition& piece, Literal which) { return piece && *piece == *literal(which); }
+
+} // namespace
+
+DataRuns savedGameRuns(const EncodedPosition& currentState, const EncodedPosition& initialState,
+                       std::span<const EncodedPosition> history, std::span<const EncodedPosition> redoHistory,
+                       const GameChallengeRecord& challenge)
+{
     std::string tail;
     appendJson(tail, challenge);
     tail += '}';
-    pieces.push_back(std::make_shared<const std::string>(std::move(tail)));
-    return pieces;
+    return {
+        {literal(start), currentState, literal(initial), initialState, literal(historyStart)},
+        positionRun(history),
+        {literal(redoStart)},
+        positionRun(redoHistory),
+        {literal(challengeStart), std::make_shared<const std::string>(std::move(tail))},
+    };
+}
+
+std::optional<SavedGamePositions> savedGamePositions(const DataRuns& runs, std::size_t historySize, std::size_t redoSize)
+{
+    if (runs.size() != 5 || runs[0].size() != 5 || runs[2].size() != 1 || runs[4].size() != 2) return std::nullopt;
+    const DataPieces& head = runs[0];
+    if (!isLiteral(head[0], start) || !isLiteral(head[2], initial) || !isLiteral(head[4], historyStart) ||
+        !isLiteral(runs[2][0], redoStart) || !isLiteral(runs[4][0], challengeStart) || !isPosition(head[1]) ||
+        !isPosition(head[3])) {
+        return std::nullopt;
+    }
+    auto history = positionsOf(runs[1], historySize);
+    auto redo = positionsOf(runs[3], redoSize);
+    if (!history || !redo) return std::nullopt;
+    return SavedGamePositions{head[1], head[3], std::move(*history), std::move(*redo)};
 }
 
 std::string encodeSavedGame(const SavedGame& game)
@@ -116,8 +162,8 @@ std::string encodeSavedGame(const SavedGame& game)
         return encoded;
     };
     const DefaultsData joined =
-        joinPieces(savedGamePieces(encodePosition(game.currentState), encodePosition(game.initialState),
-                                   encodeAll(game.history), encodeAll(game.redoHistory), game.challenge));
+        joinPieces(flattenRuns(savedGameRuns(encodePosition(game.currentState), encodePosition(game.initialState),
+                                             encodeAll(game.history), encodeAll(game.redoHistory), game.challenge)));
     return std::string(joined.begin(), joined.end());
 }
 
@@ -141,7 +187,8 @@ RestoredGame restoreSavedGame(std::string_view blob)
         return {RestoredFrom::savedGame, std::move(*game)};
     }
     // An older version kept only the bare position under the same key.
-    if (auto position = decodeGameState(root, JsonPath()); position && isWellFormed(*position) && !isWon(*position)) {
+    if (auto position = decodeGameState(root, JsonPath()); position && isWellFormed(*position) && hasSaneNumbers(*position) &&
+                    !isWon(*position)) {
         SavedGame game;
         game.currentState = *position;
         game.initialState = std::move(*position);

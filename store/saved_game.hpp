@@ -31,11 +31,24 @@ std::string encodeSavedGame(const SavedGame& game);
 using EncodedPosition = std::shared_ptr<const std::string>;
 EncodedPosition encodePosition(const GameState& state);
 
-// The same encoding as pieces, from positions that are already encoded. Positions never change
-// once recorded, so the store keeps their JSON and a save only lists it again.
-DataPieces savedGamePieces(const EncodedPosition& currentState, const EncodedPosition& initialState,
-                           std::span<const EncodedPosition> history, std::span<const EncodedPosition> redoHistory,
-                           const GameChallengeRecord& challenge);
+// The same encoding as runs of pieces, from positions that are already encoded. Positions never
+// change once recorded, so the store keeps their JSON and a save only lists it again; the two
+// histories are runs of their own, which a move or an undo changes only at their ends.
+DataRuns savedGameRuns(const EncodedPosition& currentState, const EncodedPosition& initialState,
+                       std::span<const EncodedPosition> history, std::span<const EncodedPosition> redoHistory,
+                       const GameChallengeRecord& challenge);
+
+// The encoded positions inside runs that savedGameRuns made for a game with histories of these
+// lengths; nothing when the runs have another shape. Lets a restored game go on with the very
+// pieces the store holds, rather than encode every position again.
+struct SavedGamePositions {
+    EncodedPosition currentState;
+    EncodedPosition initialState;
+    std::vector<EncodedPosition> history;
+    std::vector<EncodedPosition> redoHistory;
+};
+std::optional<SavedGamePositions> savedGamePositions(const DataRuns& runs, std::size_t historySize,
+                                                     std::size_t redoSize);
 
 // Reading without judging: missing histories read as empty, a missing challenge as all false.
 JsonResult<SavedGame> decodeSavedGame(std::string_view json);

@@ -30,6 +30,7 @@ SqliteDefaultsStore::SqliteDefaultsStore(std::filesystem::path file) : file_(std
     }
     values_ = std::move(opened.values);
     database_ = std::move(opened.database);
+    if (!database_) failure_ = writeFailureOf(opened.failure);
     writer_ = std::thread([this] { runWriter(); });
 }
 
@@ -65,6 +66,24 @@ void SqliteDefaultsStore::set(std::string_view key, DefaultsValue value)
 void SqliteDefaultsStore::setData(std::string_view key, DataPieces pieces)
 {
     store(key, std::make_shared<const DefaultsEntry>(std::move(pieces)));
+}
+
+void SqliteDefaultsStore::setRuns(std::string_view key, DataRuns runs)
+{
+    store(key, std::make_shared<const DefaultsEntry>(std::move(runs)));
+}
+
+std::optional<DataRuns> SqliteDefaultsStore::dataRuns(std::string_view key) const
+{
+    SharedDefaultsValue found;
+    {
+        std::lock_guard lock(mutex_);
+        auto entry = values_.find(key);
+        if (entry == values_.end()) return std::nullopt;
+        found = entry->second;
+    }
+    if (const DataRuns* runs = found->runs()) return *runs;
+    return std::nullopt;
 }
 
 void SqliteDefaultsStore::store(std::string_view key, SharedDefaultsValue shared)
@@ -119,6 +138,18 @@ void SqliteDefaultsStore::flush()
     settledChanged_.wait(lock, [&] { return settled_ >= target; });
 }
 
+std::optional<DefaultsWriteFailure> SqliteDefaultsStore::writeFailure() const
+{
+    std::lock_guard lock(mutex_);
+    return failure_;
+}
+
+std::optional<std::string> SqliteDefaultsStore::keptAsideFile() const
+{
+    if (!keptAsidePath_) return std::nullopt;
+    return keptAsidePath_->string();
+}
+
 SqliteDefaultsStore::WriterCounts SqliteDefaultsStore::writerCounts() const
 {
     std::lock_guard lock(mutex_);
@@ -155,6 +186,14 @@ void SqliteDefaultsStore::runWriter()
         }
 
         lock.lock();
+        if (database_) {
+            if (outcome.committed) {
+                failure_.reset();
+            } else {
+                // Out of memory counts as the disk's fault: to the player it is the same.
+                failure_ = outcome.failure != 0 ? writeFailureOf(outcome.failure) : DefaultsWriteFailure::ioError;
+            }
+        }
         if (outcome.committed) {
             if (outcome.rows > 0) {
                 counts_.transactions += 1;

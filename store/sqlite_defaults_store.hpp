@@ -35,9 +35,16 @@ public:
     void set(std::string_view key, DefaultsValue value) override;
     // Takes the pieces as they are; the writer thread joins them.
     void setData(std::string_view key, DataPieces pieces) override;
+    // Each piece is stored once, and each run as the change from the one in the file.
+    void setRuns(std::string_view key, DataRuns runs) override;
+    std::optional<DataRuns> dataRuns(std::string_view key) const override;
     void remove(std::string_view key) override;
     // Returns once every earlier write is committed, or its attempt has failed.
     void flush() override;
+    // Set from the start when there is no file to write to, and by every failed commit; the
+    // failed changes stay pending and are tried again with the next write or flush.
+    std::optional<DefaultsWriteFailure> writeFailure() const override;
+    std::optional<std::string> keptAsideFile() const override;
 
     const std::filesystem::path& file() const { return file_; }
     // The file found at start was damaged: it was set aside under keptAsidePath() and this run
@@ -76,6 +83,7 @@ private:
     // being retried in a loop against a disk that refuses them.
     bool holdRetry_ = false;
     bool stopping_ = false;
+    std::optional<DefaultsWriteFailure> failure_;
     WriterCounts counts_;
     std::condition_variable writerWake_;
     std::condition_variable settledChanged_;

@@ -1014,6 +1014,34 @@
             <numerusform>Du hast alle acht Ablagestapel in %n Zügen gebaut.</numerusform>
         </translation>
     </message>
+    <message>
+        <source>its file cannot be created or opened.</source>
+        <translation>ihre Datei lässt sich nicht anlegen oder öffnen.</translation>
+    </message>
+    <message>
+        <source>its file, its folder or the disk is read-only.</source>
+        <translation>ihre Datei, ihr Ordner oder der Datenträger ist schreibgeschützt.</translation>
+    </message>
+    <message>
+        <source>the disk is full.</source>
+        <translation>der Datenträger ist voll.</translation>
+    </message>
+    <message>
+        <source>another program is holding its file.</source>
+        <translation>ein anderes Programm hält ihre Datei gesperrt.</translation>
+    </message>
+    <message>
+        <source>the disk reported an error.</source>
+        <translation>der Datenträger hat einen Fehler gemeldet.</translation>
+    </message>
+    <message>
+        <source>Zelvaine cannot save your game: %1 It keeps trying as you play.</source>
+        <translation>Zelvaine kann dein Spiel nicht speichern: %1 Es versucht es weiter, während du spielst.</translation>
+    </message>
+    <message>
+        <source>Zelvaine found its saved data damaged and kept it as %1.</source>
+        <translation>Zelvaine hat seine gespeicherten Daten beschädigt vorgefunden und als %1 aufbewahrt.</translation>
+    </message>
 </context>
 <context>
     <name>zelvaine::Updater</name>

@@ -285,6 +285,19 @@ TEST(ApplyMove, LeavesTheGivenPositionUntouched)
     EXPECT_EQ(s, copy);
 }
 
+TEST(ApplyMove, CountStopsAtItsLimit)
+{
+    GameState s = sampleBoard();
+    s.moveCount = moveCountLimit - 1;
+    auto once = applyMove(s, MoveSource::tableau(2, 0), MoveDestination::hand());
+    ASSERT_TRUE(std::holds_alternative<MoveMoved>(once));
+    const GameState& next = std::get<MoveMoved>(once).state;
+    EXPECT_EQ(next.moveCount, moveCountLimit);
+    auto again = applyMove(next, MoveSource::tableau(6, 0), MoveDestination::hand());
+    ASSERT_TRUE(std::holds_alternative<MoveMoved>(again));
+    EXPECT_EQ(std::get<MoveMoved>(again).state.moveCount, moveCountLimit);
+}
+
 TEST(CanMoveToAnyFoundation, LooksAtEveryFoundation)
 {
     GameState s = emptyBoard();

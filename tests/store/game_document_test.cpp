@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include <algorithm>
 #include <filesystem>
 #include <functional>
@@ -97,6 +99,8 @@ TEST(GameDocument, EachValidationStepRefusesTheGame)
         {"current not well formed", [](Pair& p) { p.current.tableau.pop_back(); }},
         {"restart not well formed", [](Pair& p) { p.restart.hand.pop_back(); }},
         {"negative current count", [](Pair& p) { p.current.moveCount = -1; }},
+        {"absurd current count", [](Pair& p) { p.current.moveCount = std::numeric_limits<std::int64_t>::max(); }},
+        {"count past the limit", [](Pair& p) { p.current.moveCount = moveCountLimit + 1; }},
         {"restart count not zero", [](Pair& p) { p.restart.moveCount = 1; }},
         {"restart column of nine",
          [](Pair& p) {

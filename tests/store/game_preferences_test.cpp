@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace zelvaine {
 namespace {
 
@@ -133,6 +135,23 @@ TEST_F(Statistics, PlayedLostAndWonFollowTheDeals)
     EXPECT_EQ(later.gamesLost(), 1);
     EXPECT_EQ(defaults.integer(keys::gamesPlayed), 3);
     EXPECT_EQ(defaults.integer(keys::gamesLost), 1);
+}
+
+TEST_F(Statistics, StoredMaximumCountsDoNotWrapAround)
+{
+    constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    defaults.set(keys::gamesPlayed, most);
+    defaults.set(keys::gamesLost, most);
+    defaults.set(keys::gamesWon, most);
+    defaults.set(keys::eligibleWins, most);
+    GamePreferences p = preferences();
+    p.recordGameStarted("A");
+    p.recordGameStarted("B");
+    ASSERT_TRUE(p.recordGameWon(200, "B", true));
+    EXPECT_EQ(p.gamesPlayed(), most);
+    EXPECT_EQ(p.gamesLost(), most);
+    EXPECT_EQ(p.gamesWon(), most);
+    EXPECT_EQ(p.gameCenterEligibleWins(), most);
 }
 
 TEST_F(Statistics, HighScoresImproveOnlyWithFewerMoves)

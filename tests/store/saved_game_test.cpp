@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace zelvaine {
 namespace {
 
@@ -77,6 +79,14 @@ TEST(SavedGame, AnythingDoubtfulGivesNothing)
     for (auto& pile : won.currentState.foundations) pile = testing::foundationUpTo("KH");
     SavedGame badInitial = game;
     badInitial.initialState.hand.pop_back();
+    SavedGame hugeCount = game;
+    hugeCount.currentState.moveCount = std::numeric_limits<std::int64_t>::max();
+    SavedGame negativeInHistory = game;
+    negativeInHistory.history[0].moveCount = -1;
+    SavedGame thirdDeck = game;
+    thirdDeck.redoHistory[0].tableau[3][2].deck = 2;
+    GameState hugeBare = game.currentState;
+    hugeBare.moveCount = moveCountLimit + 1;
 
     const std::string cases[] = {
         "",
@@ -89,6 +99,10 @@ TEST(SavedGame, AnythingDoubtfulGivesNothing)
         encodeSavedGame(deepBad),
         encodeSavedGame(won),
         encodeSavedGame(badInitial),
+        encodeSavedGame(hugeCount),
+        encodeSavedGame(negativeInHistory),
+        encodeSavedGame(thirdDeck),
+        toJson(hugeBare),
         toJson(won.currentState), // a won bare position
         R"({"tableau":[],"foundations":[],"hand":[],"moveCount":0})",
     };
@@ -107,12 +121,36 @@ TEST(SavedGame, AssembledFromCachedPiecesEqualsAFreshEncoding)
     std::vector<EncodedPosition> redo;
     for (const auto& p : game.redoHistory) redo.push_back(encodePosition(p));
     const DefaultsData joined = joinPieces(
-        savedGamePieces(encodePosition(game.currentState), encodePosition(game.initialState), history, redo, game.challenge));
+        flattenRuns(savedGameRuns(encodePosition(game.currentState), encodePosition(game.initialState), history, redo, game.challenge)));
     EXPECT_EQ(std::string(joined.begin(), joined.end()), encodeSavedGame(game));
     // An empty history still reads as an array.
     const DefaultsData bare = joinPieces(
-        savedGamePieces(encodePosition(game.currentState), encodePosition(game.initialState), {}, {}, {}));
+        flattenRuns(savedGameRuns(encodePosition(game.currentState), encodePosition(game.initialState), {}, {}, {})));
     EXPECT_EQ(restoreSavedGame(std::string(bare.begin(), bare.end())).from, RestoredFrom::savedGame);
+}
+
+TEST(SavedGame, PositionsAreFoundInTheirOwnRunsAndOnlyThere)
+{
+    const SavedGame game = sampleGame();
+    std::vector<EncodedPosition> history;
+    for (const auto& p : game.history) history.push_back(encodePosition(p));
+    const EncodedPosition current = encodePosition(game.currentState);
+    const DataRuns runs = savedGameRuns(current, encodePosition(game.initialState), history, {}, game.challenge);
+
+    const auto found = savedGamePositions(runs, history.size(), 0);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->currentState, current); // the same piece, not a copy
+    EXPECT_EQ(found->history, history);
+    EXPECT_TRUE(found->redoHistory.empty());
+
+    EXPECT_FALSE(savedGamePositions(runs, history.size() + 1, 0)); // counts disagree with the decoded game
+    EXPECT_FALSE(savedGamePositions(runs, history.size(), 1));
+    DataRuns merged = runs;
+    merged[1] = {std::make_shared<const std::string>(*history[0] + "," + *history[1])};
+    // One piece holding both positions: the joined bytes still decode to two.
+    EXPECT_FALSE(savedGamePositions(merged, history.size(), 0));
+    DataRuns flat = {flattenRuns(runs)};
+    EXPECT_FALSE(savedGamePositions(flat, history.size(), 0));
 }
 
 } // namespace

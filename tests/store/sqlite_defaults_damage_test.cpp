@@ -95,7 +95,7 @@ std::vector<Damage> damages()
          }},
         {"a newer layout of ours", [](const fs::path& file) {
              writeGoodDatabase(file);
-             runSql(file, "PRAGMA user_version=2");
+             runSql(file, "PRAGMA user_version=3");
          }},
     };
 }

@@ -279,6 +279,7 @@ TEST(SqliteDefaultsStore, AFolderThatCannotBeMadeLeavesTheStoreInMemory)
     DefaultsScratchFolder folder;
     testing::writeBytes(folder.path() / "a-file", {1, 2, 3});
     SqliteDefaultsStore store(folder.path() / "a-file" / "zelvaine" / "defaults.sqlite3");
+    EXPECT_EQ(store.writeFailure(), DefaultsWriteFailure::noPlace); // known from the start
     expectWorksFromMemory(store);
     EXPECT_EQ(testing::readBytes(folder.path() / "a-file"), (std::vector<std::uint8_t>{1, 2, 3}));
 }
@@ -295,6 +296,19 @@ TEST(SqliteDefaultsStore, AFolderThatVanishesWhileRunningIsNoCrash)
     store.set("zelvaine.test.large", DefaultsData(4 * 1024 * 1024, 9));
     store.flush();
     EXPECT_EQ(store.boolean("zelvaine.test.before"), true);
+}
+
+TEST(SqliteDefaultsStore, AFolderAtTheFilesPlaceIsAFailureToWriteNotDamage)
+{
+    DefaultsScratchFolder folder;
+    fs::create_directories(folder.file());
+    SqliteDefaultsStore store(folder.file());
+    EXPECT_FALSE(store.recoveredFromDamage());
+    EXPECT_EQ(store.writeFailure(), DefaultsWriteFailure::noPlace);
+    store.set("zelvaine.test.kept", true);
+    store.flush();
+    EXPECT_EQ(store.writeFailure(), DefaultsWriteFailure::noPlace);
+    EXPECT_TRUE(fs::is_directory(folder.file()));
 }
 
 // Root writes wherever it likes, so the read-only case runs in a child that gives up root.
@@ -332,7 +346,8 @@ TEST(SqliteDefaultsStore, AReadOnlyFolderIsReadButNotWrittenAndNotTakenForDamage
         store.set("zelvaine.test.kept", std::string("changed"));
         store.set("zelvaine.test.new", DefaultsData(100000, 1));
         store.flush();
-        return read && store.text("zelvaine.test.kept") == "changed" && !store.recoveredFromDamage();
+        return read && store.text("zelvaine.test.kept") == "changed" && !store.recoveredFromDamage() &&
+               store.writeFailure() == DefaultsWriteFailure::readOnly;
     });
     EXPECT_TRUE(worked);
 

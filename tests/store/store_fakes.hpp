@@ -50,4 +50,19 @@ public:
     int writes = 0;
 };
 
+// A store whose disk fails on command, as the SQLite store reports it.
+class FailingDefaultsStore final : public DefaultsStore {
+public:
+    std::optional<DefaultsValue> value(std::string_view key) const override { return inner.value(key); }
+    void set(std::string_view key, DefaultsValue value) override { inner.set(key, std::move(value)); }
+    void remove(std::string_view key) override { inner.remove(key); }
+    void flush() override {}
+    std::optional<DefaultsWriteFailure> writeFailure() const override { return failure; }
+    std::optional<std::string> keptAsideFile() const override { return keptAside; }
+
+    InMemoryDefaultsStore inner;
+    std::optional<DefaultsWriteFailure> failure;
+    std::optional<std::string> keptAside;
+};
+
 } // namespace zelvaine::testing
