@@ -58,6 +58,7 @@ void CardListModel::setRows(std::vector<Row> rows)
             const QModelIndex changed = index(static_cast<int>(i));
             emit dataChanged(changed, changed);
         }
+        refreshFaces();
         return;
     }
 
@@ -80,6 +81,17 @@ void CardListModel::setRows(std::vector<Row> rows)
         endInsertRows();
     }
     if (rowCount() != oldCount) emit countChanged();
+    refreshFaces();
+}
+
+void CardListModel::refreshFaces()
+{
+    QStringList faces;
+    faces.reserve(static_cast<qsizetype>(rows_.size()));
+    for (const Row& row : rows_) faces.append(row.card ? QString::fromStdString(facePictureName(*row.card)) : QString());
+    if (faces == faces_) return;
+    faces_ = faces;
+    emit facesChanged();
 }
 
 } // namespace zelvaine

@@ -6,6 +6,7 @@
 #endif
 
 #include <QAbstractListModel>
+#include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
 #include <optional>
@@ -21,6 +22,8 @@ class CardListModel : public QAbstractListModel {
     QML_ELEMENT
     QML_UNCREATABLE("Made by the board")
     Q_PROPERTY(int count READ rowCount NOTIFY countChanged FINAL)
+    // Every row's picture name, for drawing the place in one pass; empty for an empty row.
+    Q_PROPERTY(QStringList faces READ faces NOTIFY facesChanged FINAL)
 
 public:
     enum Role {
@@ -48,6 +51,7 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
     void setRows(std::vector<Row> rows);
+    QStringList faces() const { return faces_; }
     const std::vector<Row>& rows() const { return rows_; }
 
     // How many rows were inserted or removed since the model was made; tests use it to check
@@ -56,9 +60,13 @@ public:
 
 signals:
     void countChanged();
+    void facesChanged();
 
 private:
+    void refreshFaces();
+
     std::vector<Row> rows_;
+    QStringList faces_;
     int rebuiltRows_ = 0;
 };
 

@@ -1,4 +1,5 @@
 import QtQuick
+import Zelvaine
 
 // The dragged cards under the pointer, fanned 18 points apart, with their shadow. Only this
 // follows the pointer; the board under it stays as it is.
@@ -29,8 +30,9 @@ Item {
 
     Item {
         id: stack
-        x: overlay.location.x - overlay.cardWidth / 2
-        y: overlay.location.y - overlay.cardHeight / 2
+        // On whole points, so that the cards are copied rather than filtered as they move.
+        x: Math.round(overlay.location.x - overlay.cardWidth / 2)
+        y: Math.round(overlay.location.y - overlay.cardHeight / 2)
         width: overlay.cardWidth
         height: overlay.cardHeight + 18 * Math.max(overlay.drag.faces.length - 1, 0)
 
@@ -50,18 +52,13 @@ Item {
             }
         }
 
-        Repeater {
-            model: overlay.drag.faces
-            CardView {
-                required property int index
-                required property string modelData
-                y: index * 18
-                width: overlay.cardWidth
-                height: overlay.cardHeight
-                face: modelData
-                compact: true
-                Accessible.ignored: true
-            }
+        TableauCardCanvas {
+            width: overlay.cardWidth
+            height: stack.height
+            faces: overlay.drag.faces
+            cardWidth: overlay.cardWidth
+            offset: 18
+            shadows: false
         }
     }
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import Zelvaine
 
 // One column of the tableau: its cards fanned to fit the height offered, the selection outline,
 // and the taps on its cards and on the table below them.
@@ -80,13 +81,30 @@ Item {
         highlighted: column.isTarget
     }
 
+    // The cards, drawn in one pass; a card under the pointer or shaking is the canvas's to show.
+    TableauCardCanvas {
+        width: column.cardWidth
+        height: column.cardsHeight
+        faces: column.cards.faces
+        cardWidth: column.cardWidth
+        offset: column.offset
+        hiddenFrom: column.draggedStart
+        nudgedIndex: column.blockedCardIndex
+        nudgeOffset: column.blockedCardOffset
+    }
+
+    // Each card's place for the pointer and for assistive technology: its visible strip (the
+    // last card all of itself), named and described, drawing nothing.
     Repeater {
         model: column.cards
-        delegate: CardView {
-            id: cardView
+        delegate: Item {
+            id: cardPlace
             required property int index
             required property var model
             readonly property bool movable: model.movable
+            readonly property string name: model.name
+            readonly property bool isSelected: column.selectedStart >= 0 && index >= column.selectedStart
+            readonly property string accessibleValue: isSelected ? qsTr("Selected") : qsTr("Not selected")
 
             readonly property bool isLast: index === column.count - 1
             readonly property string accessibleHint: movable
@@ -94,35 +112,29 @@ Item {
                 : qsTr("This card is blocked")
 
             objectName: "tableau-" + column.columnIndex + "-" + index
-            x: index === column.blockedCardIndex ? column.blockedCardOffset : 0
             y: index * column.offset
-            // Hidden, not removed: the card's own gesture must keep the pointer while it drags.
-            opacity: column.draggedStart >= 0 && index >= column.draggedStart ? 0 : 1
             width: column.cardWidth
-            height: column.cardHeight
-            z: index
-            face: model.face
-            name: model.name
-            isSelected: column.selectedStart >= 0 && index >= column.selectedStart
-            showsSelectionBorder: false
+            height: isLast ? column.cardHeight : column.offset
+            Accessible.role: Accessible.Button
+            Accessible.name: name
             Accessible.description: accessibleHint
+            Accessible.selectable: true
+            Accessible.selected: isSelected
 
-            // Only the visible strip answers; the last card answers with all of it.
             CardGestureArea {
-                width: parent.width
-                height: cardView.isLast ? parent.height : column.offset
+                anchors.fill: parent
                 drag: column.drag
                 sourceKind: 0
                 sourceIndex: column.columnIndex
-                sourceCardIndex: cardView.index
-                movable: cardView.movable
+                sourceCardIndex: cardPlace.index
+                movable: cardPlace.movable
                 cardWidth: column.cardWidth
-                onTapped: column.board.tapTableauCard(column.columnIndex, cardView.index)
-                onBlockedDragStarted: column.nudge(cardView.index)
+                onTapped: column.board.tapTableauCard(column.columnIndex, cardPlace.index)
+                onBlockedDragStarted: column.nudge(cardPlace.index)
                 onMenuRequested: {
-                    if (!cardView.movable) return;
+                    if (!cardPlace.movable) return;
                     menu.active = true;
-                    menu.item.cardIndex = cardView.index;
+                    menu.item.cardIndex = cardPlace.index;
                     menu.item.popup();
                 }
             }
