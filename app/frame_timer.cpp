@@ -15,8 +15,12 @@ FrameTimer::FrameTimer(QQuickWindow* window) : QObject(window)
     connect(
         window, &QQuickWindow::frameSwapped, this,
         [this] {
-            const std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - started_;
-            std::fprintf(stderr, "frame %.3f ms\n", took.count());
+            const auto now = std::chrono::steady_clock::now();
+            const std::chrono::duration<double, std::milli> took = now - started_;
+            // The monotonic clock's reading too, so that a driver of the window can tell how
+            // long after its click a frame was shown.
+            const std::chrono::duration<double> at = now.time_since_epoch();
+            std::fprintf(stderr, "frame %.3f ms at %.6f s\n", took.count(), at.count());
         },
         Qt::DirectConnection);
 }
