@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 namespace zelvaine {
 
@@ -40,12 +42,29 @@ std::string openGlRenderer()
     return renderer;
 }
 
+// Whether the system offers a graphics card's driver at all. Where none is, OpenGL can only be
+// Mesa's software rasteriser, and asking it would load tens of megabytes of it for nothing.
+bool hasGraphicsDevice()
+{
+#ifdef __linux__
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator("/dev/dri", error)) {
+        if (entry.path().filename().string().starts_with("renderD")) return true;
+    }
+    return false;
+#else
+    return true;
+#endif
+}
+
 } // namespace
 
 bool chooseFastestRenderer()
 {
     if (qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND")) return false;
-    if (!isSoftwareRasteriser(openGlRenderer())) return false;
+    const bool software = qEnvironmentVariableIntValue("LIBGL_ALWAYS_SOFTWARE") != 0 || !hasGraphicsDevice()
+                          || isSoftwareRasteriser(openGlRenderer());
+    if (!software) return false;
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     return true;
 }
