@@ -7,6 +7,7 @@
 #include <QRadialGradient>
 #include <QSGImageNode>
 #include <QSGRendererInterface>
+#include <QSGTransformNode>
 
 #include <algorithm>
 #include <cmath>
@@ -18,8 +19,9 @@ namespace {
 // filtering by the graphics card; the software renderer copies pixels fastest at full size.
 constexpr double filteredScale = 0.25;
 
-// The picture's node is a child, deleted with it; the texture is the node's own to delete.
-class FeltNode : public QSGNode {
+// The picture's node is a child, deleted with it; the texture is the node's own to delete. A
+// transform node, as the card canvas's is, so that the software renderer places its child.
+class FeltNode : public QSGTransformNode {
 public:
     ~FeltNode() override { delete texture; }
     QSGImageNode* image = nullptr;

@@ -7,6 +7,7 @@
 #include <QQuickWindow>
 #include <QSGImageNode>
 #include <QSGTexture>
+#include <QSGTransformNode>
 
 #include <cmath>
 #include <limits>
@@ -17,8 +18,11 @@ namespace zelvaine {
 namespace {
 
 // The column's scene: one image node per slice, and the textures they show, which live and die
-// with it on the thread that renders.
-class CanvasNode : public QSGNode {
+// with it on the thread that renders. A transform node (left as the identity) rather than a
+// plain one: the software renderer places a child added later by its parent's recorded state,
+// which it keeps for transform nodes only; under a plain node new cards landed at the window's
+// corner.
+class CanvasNode : public QSGTransformNode {
 public:
     ~CanvasNode() override { qDeleteAll(textures); }
 

@@ -150,8 +150,19 @@ TEST_F(GameViewTest, TapACardThenItsDestination)
     EXPECT_EQ(store->state().tableau[4].size(), 11U);
     EXPECT_EQ(store->state().moveCount, 1);
     QTest::qWait(20);
-    EXPECT_TRUE(item("tableau-4-10"));
+    ASSERT_TRUE(item("tableau-4-10"));
     EXPECT_FALSE(item("tableau-0-9"));
+    // The card drawn where it now lies: paper there, not felt. (A card added to a column once
+    // landed at the window's corner.)
+    const QImage frame = window->grabWindow();
+    QQuickItem* added = item("tableau-4-10");
+    const QRect card = added->mapRectToScene(QRectF(4, 4, added->width() - 8, added->height() - 8)).toRect();
+    double lightness = 0;
+    for (int y = card.top(); y <= card.bottom(); y += 4) {
+        for (int x = card.left(); x <= card.right(); x += 4) lightness += frame.pixelColor(x, y).lightnessF();
+    }
+    lightness /= ((card.height() + 3) / 4) * ((card.width() + 3) / 4);
+    EXPECT_GT(lightness, 0.7) << "mostly paper";
 }
 
 TEST_F(GameViewTest, TwoQuickTapsPlayTheObviousMove)
