@@ -156,6 +156,8 @@ UpdateConfigurationReading readUpdateConfiguration(const QByteArray& json)
 
     UpdateConfiguration configuration;
     const auto feed = object.value(QLatin1String("feedURL"));
+    // A build whose packager named no feed never checks: that is a choice, not damage.
+    if (feed.isUndefined() || feed.isNull() || (feed.isString() && feed.toString().isEmpty())) return {std::nullopt, {}};
     if (!feed.isString()) return damaged(QStringLiteral("\"feedURL\" must be a text."));
     configuration.feedUrl = QUrl(feed.toString(), QUrl::StrictMode);
     if (auto refusal = addressRefusal(configuration.feedUrl)) return damaged(*refusal);

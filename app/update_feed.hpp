@@ -43,13 +43,15 @@ FeedReading readFeed(const QByteArray& xml);
 // this machine (where tests serve their feeds).
 std::optional<QString> addressRefusal(const QUrl& url);
 
-// The update configuration shipped with the application (resources/update/update.json).
+// The update configuration built into the application (resources/update/update.json.in, its
+// feed from the ZELVAINE_UPDATE_FEED build option).
 struct UpdateConfiguration {
     QUrl feedUrl;
     bool automaticChecks = true;
     std::chrono::hours checkInterval{24};
 };
 
+// No configuration and no failure: the build has no feed, and never checks.
 struct UpdateConfigurationReading {
     std::optional<UpdateConfiguration> configuration;
     QString failure;

@@ -12,7 +12,7 @@ namespace zelvaine {
 
 namespace {
 
-constexpr const char* lastCheckKey = "lastUpdateCheck";
+constexpr const char* lastCheckKey = "zelvaine.updates.last-check";
 // The schedule is looked at again at least this often, so a sleeping machine or a clock set
 // back cannot push a check far beyond its interval.
 constexpr std::chrono::hours scheduleTick{1};
@@ -68,10 +68,27 @@ void Updater::checkForUpdates()
     if (!configuration_ && !reply_) {
         // The menu item is disabled then; a call from elsewhere still gets an honest answer.
         origin_ = Origin::player;
+        if (configurationProblem_.isEmpty())
+            return finish(State::Failed, tr("This copy of Zelvaine has no update feed and never checks for updates."));
         return finish(State::Failed, tr("Checking for updates is turned off: %1").arg(configurationProblem_));
     }
     if (!canCheck_) return;
     begin(Origin::player);
+}
+
+void Updater::cancelCheck()
+{
+    if (!reply_ || origin_ != Origin::player) return;
+    QNetworkReply* reply = reply_.data();
+    reply_ = nullptr;
+    reply->disconnect(this);
+    reply->abort();
+    reply->deleteLater();
+    deadline_.stop();
+    state_ = State::Idle;
+    emit stateChanged();
+    setCanCheck(true);
+    if (automaticStarted_) scheduleAutomaticCheck();
 }
 
 void Updater::begin(Origin origin)

@@ -61,7 +61,8 @@ public:
     QUrl releaseNotesUrl() const { return releaseNotesUrl_; }
     QString failureReason() const { return failureReason_; }
     bool isConfigured() const { return configuration_.has_value(); }
-    // Empty when unconfigured; else the feed's host, for the privacy text.
+    // Empty when the build has no feed (or a damaged configuration); else the feed's host, for
+    // the privacy text.
     QString feedHost() const;
     QString currentVersion() const;
     // When the configuration's failure explains why checking is off.
@@ -69,6 +70,8 @@ public:
 
     // A check the player asked for; its outcome always ends in resultReady().
     Q_INVOKABLE void checkForUpdates();
+    // The player gave up waiting: the check stops without a result.
+    Q_INVOKABLE void cancelCheck();
     // Starts the scheduled checks if the configuration asks for them: one now when the last was
     // an interval ago or more, then one per interval. These speak up only when an update exists.
     void startAutomaticChecks();

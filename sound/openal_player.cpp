@@ -2,9 +2,11 @@
 
 #include <AL/al.h>
 #include <AL/alc.h>
+#include <alsa/asoundlib.h>
 #include <sndfile.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <optional>
 #include <vector>
 
@@ -86,9 +88,21 @@ private:
     ALuint source_;
 };
 
+void ignoreAlsaError(const char*, int, const char*, int, const char*, ...) {}
+
+// No sound card is a normal machine for a card game: it plays silently and says nothing. ALSA
+// prints its failures to standard error unless given a handler, and OpenAL Soft prints its own
+// unless its log level says otherwise (a player who sets ALSOFT_LOGLEVEL still gets the log).
+void quietenAudioLibraries()
+{
+    snd_lib_error_set_handler(ignoreAlsaError);
+    setenv("ALSOFT_LOGLEVEL", "0", 0);
+}
+
 } // namespace
 
-OpenAlPlayerFactory::OpenAlPlayerFactory() = default;
+// Before any thread of ours might read the environment, and before OpenAL reads its settings.
+OpenAlPlayerFactory::OpenAlPlayerFactory() { quietenAudioLibraries(); }
 OpenAlPlayerFactory::~OpenAlPlayerFactory() = default;
 
 bool OpenAlPlayerFactory::openOutput()

@@ -423,6 +423,8 @@ void GameStore::rejectSharedGame(const std::optional<std::string>& description)
     publishMessage(GameMessageKind::notice, description.value_or(sharedGameFailureText()));
 }
 
+void GameStore::showNotice(std::string text) { publishMessage(GameMessageKind::notice, std::move(text)); }
+
 bool GameStore::canMakeDocument() const { return isWellFormed(state_) && isWellFormed(initialState_); }
 
 std::optional<ZelvaineGameDocument> GameStore::makeDocument() const

@@ -104,6 +104,8 @@ public:
     std::optional<ZelvaineGameDocumentError> prepareSharedGame(const ZelvaineGameDocument& document);
     void openPendingSharedGame();
     void rejectSharedGame(const std::optional<std::string>& description);
+    // A word about the player's files (a share written or not) that leaves any question standing.
+    void showNotice(std::string text);
     // Whether the game can be shared: both of its positions are well formed.
     bool canMakeDocument() const;
     std::optional<ZelvaineGameDocument> makeDocument() const;

@@ -7,10 +7,12 @@
 #include "ui/card_drag_controller.hpp"
 #include "ui/celebration.hpp"
 #include "ui/place_kind.hpp"
+#include "ui/shared_game_files.hpp"
+#include "ui/tap_router.hpp"
 
 #include <QDateTime>
-#include <QSaveFile>
-#include "ui/tap_router.hpp"
+#include <QDir>
+#include <QFileInfo>
 
 #include <limits>
 #include <utility>
@@ -133,28 +135,45 @@ bool GameBoard::exportGame(const QUrl& file)
 {
     const auto document = store_.makeDocument();
     if (!document) return false;
-    QSaveFile out(file.toLocalFile());
-    if (!out.open(QIODevice::WriteOnly)) return false;
-    const std::string bytes = document->encode();
-    out.write(bytes.data(), static_cast<qint64>(bytes.size()));
-    return out.commit();
+    const QString path = localPath(file);
+    if (const auto failure = writeSharedGame(path, document->encode())) {
+        store_.showNotice(failure->toStdString());
+        return false;
+    }
+    const QFileInfo written(path);
+    store_.showNotice(tr("Game shared as “%1” in %2.")
+                          .arg(written.fileName(), QDir::toNativeSeparators(written.absolutePath()))
+                          .toStdString());
+    if (lastShareFolder_ != written.absolutePath()) {
+        lastShareFolder_ = written.absolutePath();
+        emit gameFolderChanged();
+    }
+    return true;
 }
+
+QUrl GameBoard::gameFolder() const { return sharedGameFolder(lastShareFolder_); }
 
 void GameBoard::openGame(const QUrl& file)
 {
-    // One question at a time: a file arriving while another is asked waits for nothing.
-    if (store_.confirmation()) return;
-    auto document = ZelvaineGameDocument::read(file.toLocalFile().toStdString());
-    if (!document) {
-        store_.rejectSharedGame(document.error().playerDescription());
+    // While another question is asked, the file is still read, so that a broken one says so;
+    // a good one waits for nothing, as the player is answering something else.
+    const auto reject = [this](const std::optional<std::string>& description) {
+        if (store_.confirmation()) store_.showNotice(description.value_or(sharedGameFailureText()));
+        else store_.rejectSharedGame(description);
+    };
+    auto document = ZelvaineGameDocument::read(localPath(file).toStdString());
+    if (!document) return reject(document.error().playerDescription());
+    if (store_.confirmation()) {
+        if (auto states = document->makeStates(); !states) reject(states.error().description());
         return;
     }
-    if (const auto error = store_.prepareSharedGame(*document)) store_.rejectSharedGame(error->description());
+    if (const auto error = store_.prepareSharedGame(*document)) reject(error->description());
 }
 
 void GameBoard::openGamePath(const QString& path)
 {
     const QUrl url = path.startsWith(QStringLiteral("file:")) ? QUrl(path) : QUrl::fromLocalFile(path);
+    if (!isSharedGameFile(url.toLocalFile())) return;
     openGame(url);
 }
 

@@ -42,6 +42,8 @@ class GameBoard : public QObject {
     Q_PROPERTY(bool showRules READ showRules WRITE setShowRules NOTIFY showRulesChanged FINAL)
     // Set by "Open Game…": the view offers its file picker and clears it.
     Q_PROPERTY(bool isImportingGame READ isImportingGame WRITE setIsImportingGame NOTIFY importingChanged FINAL)
+    // Where the file panels start: the last share's folder, else Documents, else home.
+    Q_PROPERTY(QUrl gameFolder READ gameFolder NOTIFY gameFolderChanged FINAL)
     // -1 none, else newGame, restartGame, autoComplete, openSharedGame in that order.
     Q_PROPERTY(int confirmation READ confirmation NOTIFY confirmationChanged FINAL)
     Q_PROPERTY(bool autoCompleting READ autoCompleting NOTIFY autoCompletingChanged FINAL)
@@ -129,9 +131,11 @@ public:
     bool isImportingGame() const { return store_.isImportingGame(); }
     void setIsImportingGame(bool importing) { store_.setIsImportingGame(importing); }
     // A shared game from outside the window (the command line, a dropped file): `path` is a
-    // local file path or a file URL.
+    // local file path or a file URL. Only a ".zelvaine" file is taken.
     Q_INVOKABLE void openGamePath(const QString& path);
+    // Tells the player where the game went, or why it did not.
     Q_INVOKABLE bool exportGame(const QUrl& file);
+    QUrl gameFolder() const;
     Q_INVOKABLE void openGame(const QUrl& file);
 
     Q_INVOKABLE void newGame() { store_.newGame(); }
@@ -156,6 +160,7 @@ signals:
     void celebrationChanged();
     void showRulesChanged();
     void importingChanged();
+    void gameFolderChanged();
 
 private:
     void onStoreChanged(GameStoreProperty property);
@@ -193,6 +198,7 @@ private:
     bool hasCelebratedCompletion_ = false;
     double celebrationStartedAt_ = 0;
     QTimer celebrationTimer_;
+    QString lastShareFolder_;
 };
 
 } // namespace zelvaine

@@ -1,5 +1,9 @@
 #include "ui/preferences_model.hpp"
 
+#include "store/defaults_location.hpp"
+
+#include <QDir>
+
 namespace zelvaine {
 
 PreferencesModel::PreferencesModel(GamePreferences& preferences, QObject* parent)
@@ -9,6 +13,14 @@ PreferencesModel::PreferencesModel(GamePreferences& preferences, QObject* parent
 }
 
 PreferencesModel::~PreferencesModel() { preferences_.unobserve(token_); }
+
+QString PreferencesModel::dataFolder()
+{
+    const QString folder = QString::fromStdString(defaultDefaultsDatabasePath().parent_path().string());
+    const QString home = QDir::homePath();
+    if (folder.startsWith(home + QLatin1Char('/'))) return QStringLiteral("~") + folder.mid(home.size());
+    return folder;
+}
 
 QVariant PreferencesModel::highScore() const
 {

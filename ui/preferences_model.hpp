@@ -27,6 +27,9 @@ class PreferencesModel : public QObject {
     Q_PROPERTY(qint64 gamesPlayed READ gamesPlayed NOTIFY changed FINAL)
     Q_PROPERTY(qint64 gamesWon READ gamesWon NOTIFY changed FINAL)
     Q_PROPERTY(qint64 gamesLost READ gamesLost NOTIFY changed FINAL)
+    // The folder that keeps the game, the preferences and the statistics, as the privacy
+    // policy names it ("~/.local/share/zelvaine").
+    Q_PROPERTY(QString dataFolder READ dataFolder CONSTANT FINAL)
 
 public:
     explicit PreferencesModel(GamePreferences& preferences, QObject* parent = nullptr);
@@ -43,6 +46,7 @@ public:
     qint64 gamesPlayed() const { return preferences_.gamesPlayed(); }
     qint64 gamesWon() const { return preferences_.gamesWon(); }
     qint64 gamesLost() const { return preferences_.gamesLost(); }
+    static QString dataFolder();
 
     void setShowsHint(bool value) { preferences_.setShowsHint(value); }
     void setShowsUndo(bool value) { preferences_.setShowsUndo(value); }

@@ -83,6 +83,10 @@
             <numerusform>Bestwert: %n Züge</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
 </context>
 <context>
     <name>CardView</name>
@@ -224,6 +228,18 @@
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+    <message>
+        <source>Checking for Updates…</source>
+        <translation>Suche nach Updates …</translation>
+    </message>
+    <message>
+        <source>Asking %1 for the newest version of Zelvaine.</source>
+        <translation>Zelvaine fragt %1 nach der neuesten Version.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -379,15 +395,15 @@
     </message>
     <message>
         <source>Games played</source>
-        <translation>Gespielte Spiele</translation>
+        <translation>Gespielt</translation>
     </message>
     <message>
         <source>Games won</source>
-        <translation>Gewonnene Spiele</translation>
+        <translation>Gewonnen</translation>
     </message>
     <message>
         <source>Games lost</source>
-        <translation>Verlorene Spiele</translation>
+        <translation>Verloren</translation>
     </message>
     <message>
         <source>Best game</source>
@@ -436,20 +452,8 @@
         <translation>Dein aktuelles Spiel, deine Einstellungen, Zugstatistiken und dein Bestwert werden lokal gespeichert, damit das Spiel deinen Fortschritt wiederherstellen kann. Zelvaine hat keine Konten, keine Werbung, keine Analysen und kein Tracking.</translation>
     </message>
     <message>
-        <source>This local information is removed when you delete the app. It may be included in device backups managed by the operating system.</source>
-        <translation>Diese lokalen Daten werden entfernt, wenn du die App löschst. Sie können in Gerätesicherungen enthalten sein, die das Betriebssystem verwaltet.</translation>
-    </message>
-    <message>
         <source>Software updates</source>
         <translation>Software-Updates</translation>
-    </message>
-    <message>
-        <source>The desktop version connects to %1 only to check for and download software updates. It does not send an anonymous system profile.</source>
-        <translation>Die Desktop-Version verbindet sich nur mit %1, um nach Software-Updates zu suchen und sie herunterzuladen. Sie sendet kein anonymes Systemprofil.</translation>
-    </message>
-    <message>
-        <source>its update server</source>
-        <translation>ihrem Update-Server</translation>
     </message>
     <message>
         <source>Permissions</source>
@@ -508,8 +512,79 @@
         <translation>Symbollizenz</translation>
     </message>
     <message>
-        <source>Zelvaine checks for updates with its own update checker, which reads a public release feed and sends nothing about you or your system.</source>
-        <translation>Zelvaine sucht mit einer eigenen Update-Prüfung nach Updates. Sie liest einen öffentlichen Release-Feed und sendet nichts über dich oder dein System.</translation>
+        <source>This local information is kept in the folder %1. It stays there when you uninstall Zelvaine; delete that folder to remove it. It may be included in backups of your home folder.</source>
+        <translation>Diese lokalen Daten liegen im Ordner %1. Sie bleiben dort, wenn du Zelvaine deinstallierst; lösche diesen Ordner, um sie zu entfernen. Sie können in Sicherungen deines persönlichen Ordners enthalten sein.</translation>
+    </message>
+    <message>
+        <source>Zelvaine connects to %1 only to check for software updates; a download opens in your web browser. It does not send an anonymous system profile.</source>
+        <translation>Zelvaine verbindet sich nur mit %1, um nach Softwareupdates zu suchen; ein Download öffnet sich in deinem Webbrowser. Es wird kein anonymes Systemprofil gesendet.</translation>
+    </message>
+    <message>
+        <source>This copy of Zelvaine makes no network connection: it has no update feed and never checks for updates.</source>
+        <translation>Diese Kopie von Zelvaine baut keine Netzwerkverbindung auf: Sie hat keinen Update-Feed und sucht nie nach Updates.</translation>
+    </message>
+    <message>
+        <source>Libraries</source>
+        <translation>Bibliotheken</translation>
+    </message>
+    <message>
+        <source>Zelvaine is built with these libraries, each under its own licence:</source>
+        <translation>Zelvaine verwendet diese Bibliotheken, jede unter ihrer eigenen Lizenz:</translation>
+    </message>
+    <message>
+        <source>Qt 6 by The Qt Company and the Qt Project: GNU Lesser General Public License, version 3.</source>
+        <translation>Qt 6 von The Qt Company und dem Qt Project: GNU Lesser General Public License, Version 3.</translation>
+    </message>
+    <message>
+        <source>OpenAL Soft by Chris Robinson and contributors: GNU Library General Public License, version 2 or later.</source>
+        <translation>OpenAL Soft von Chris Robinson und Mitwirkenden: GNU Library General Public License, Version 2 oder neuer.</translation>
+    </message>
+    <message>
+        <source>libsndfile by Erik de Castro Lopo and contributors: GNU Lesser General Public License, version 2.1 or later.</source>
+        <translation>libsndfile von Erik de Castro Lopo und Mitwirkenden: GNU Lesser General Public License, Version 2.1 oder neuer.</translation>
+    </message>
+    <message>
+        <source>SQLite: dedicated to the public domain.</source>
+        <translation>SQLite: gemeinfrei.</translation>
+    </message>
+    <message>
+        <source>simdjson by Daniel Lemire, Geoff Langdale and contributors: Apache License 2.0.</source>
+        <translation>simdjson von Daniel Lemire, Geoff Langdale und Mitwirkenden: Apache License 2.0.</translation>
+    </message>
+    <message>
+        <source>Asio by Christopher M. Kohlhoff: Boost Software License 1.0.</source>
+        <translation>Asio von Christopher M. Kohlhoff: Boost Software License 1.0.</translation>
+    </message>
+    <message>
+        <source>libuuid from util-linux by Theodore Ts’o: BSD 3-Clause License.</source>
+        <translation>libuuid aus util-linux von Theodore Ts’o: BSD-3-Clause-Lizenz.</translation>
+    </message>
+    <message>
+        <source>Qt’s licence terms</source>
+        <translation>Lizenzbedingungen von Qt</translation>
+    </message>
+    <message>
+        <source>Zelvaine’s update checker is its own: it reads only the release feed that its packager names, if any, and sends nothing about you or your system.</source>
+        <translation>Zelvaine sucht mit einer eigenen Updateprüfung nach Updates: Sie liest nur den Release-Feed, den ihr Paketersteller angibt, falls es einen gibt, und sendet nichts über dich oder dein System.</translation>
+    </message>
+</context>
+<context>
+    <name>SharedGameFiles</name>
+    <message>
+        <source>The game was not shared: the folder “%1” does not exist.</source>
+        <translation>Das Spiel wurde nicht geteilt: Den Ordner „%1“ gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>The game was not shared: the disk is full.</source>
+        <translation>Das Spiel wurde nicht geteilt: Der Datenträger ist voll.</translation>
+    </message>
+    <message>
+        <source>The game was not shared: “%1” cannot be written to.</source>
+        <translation>Das Spiel wurde nicht geteilt: „%1“ ist schreibgeschützt.</translation>
+    </message>
+    <message>
+        <source>The game was not shared: “%1” could not be written (%2).</source>
+        <translation>Das Spiel wurde nicht geteilt: „%1“ konnte nicht geschrieben werden (%2).</translation>
     </message>
 </context>
 <context>
@@ -1044,6 +1119,13 @@
     </message>
 </context>
 <context>
+    <name>zelvaine::GameBoard</name>
+    <message>
+        <source>Game shared as “%1” in %2.</source>
+        <translation>Spiel als „%1“ in %2 geteilt.</translation>
+    </message>
+</context>
+<context>
     <name>zelvaine::Updater</name>
     <message numerus="yes">
         <source>The update server did not answer within %n second(s).</source>
@@ -1090,6 +1172,10 @@
     <message>
         <source>The update server redirected without saying where to.</source>
         <translation>Der Update-Server hat umgeleitet, ohne ein Ziel zu nennen.</translation>
+    </message>
+    <message>
+        <source>This copy of Zelvaine has no update feed and never checks for updates.</source>
+        <translation>Diese Kopie von Zelvaine hat keinen Update-Feed und sucht nie nach Updates.</translation>
     </message>
 </context>
 </TS>

@@ -4,6 +4,7 @@
 
 #include <QSignalSpy>
 #include <QTcpServer>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -71,7 +72,7 @@ TEST(Updater, ReportsANewerReleaseWithItsVersionAndAddresses)
     EXPECT_EQ(updater.downloadUrl(), QUrl("https://example.org/zelvaine-1.3.tar.xz"));
     EXPECT_EQ(updater.releaseNotesUrl(), QUrl("https://example.org/notes/1.3"));
     EXPECT_TRUE(updater.failureReason().isEmpty());
-    EXPECT_TRUE(defaults.integer("lastUpdateCheck").has_value());
+    EXPECT_TRUE(defaults.integer("zelvaine.updates.last-check").has_value());
 
     // A plain request: the feed's own path, our name and version, nothing about the system.
     ASSERT_EQ(server.requests().size(), 1);
@@ -160,6 +161,26 @@ TEST(Updater, AServerThatIsGoneOrSilentEndsInAFailure)
     EXPECT_EQ(slow.state(), State::UpToDate);
 }
 
+// The player may stop a check that hangs: no result is shown, and the next check can start.
+TEST(Updater, ACancelledCheckEndsQuietly)
+{
+    TestHttpServer server;
+    server.serve("/feed.xml", {200, {}, {}, true, true});
+    Updater updater(configurationFor(server.url("/feed.xml")), nullptr, options());
+    QSignalSpy results(&updater, &Updater::resultReady);
+    updater.checkForUpdates();
+    ASSERT_EQ(updater.state(), State::Checking);
+    updater.cancelCheck();
+    EXPECT_EQ(updater.state(), State::Idle);
+    EXPECT_TRUE(updater.canCheckForUpdates());
+    QTest::qWait(100);
+    EXPECT_EQ(results.count(), 0);
+
+    server.serve("/feed.xml", {200, feedWith(item("1.2", "5")), {}, true, false});
+    checkAndWait(updater);
+    EXPECT_EQ(updater.state(), State::UpToDate);
+}
+
 TEST(Updater, RedirectsStayOnAllowedAddressesAndAreLimited)
 {
     TestHttpServer server;
@@ -211,6 +232,22 @@ TEST(Updater, WithoutAUsableConfigurationNothingCanBeChecked)
     EXPECT_TRUE(Updater(readings[0], nullptr, options()).configurationProblem().contains("HTTPS"));
 }
 
+// A build without a feed is not broken: it says that it never checks, and blames no network.
+TEST(Updater, ABuildWithoutAFeedNeverChecks)
+{
+    for (const char* json : {R"({"feedURL": ""})", R"({"automaticChecks": true})", R"({"feedURL": null})"}) {
+        const auto reading = readUpdateConfiguration(json);
+        EXPECT_FALSE(reading.configuration.has_value()) << json;
+        EXPECT_TRUE(reading.failure.isEmpty()) << json;
+        Updater updater(reading, nullptr, options());
+        EXPECT_FALSE(updater.canCheckForUpdates());
+        EXPECT_TRUE(updater.feedHost().isEmpty());
+        updater.checkForUpdates();
+        EXPECT_EQ(updater.state(), State::Failed);
+        EXPECT_TRUE(updater.failureReason().contains("no update feed")) << updater.failureReason().toStdString();
+    }
+}
+
 TEST(Updater, ScheduledChecksRunOncePerIntervalAndSpeakOnlyOfUpdates)
 {
     TestHttpServer server;
@@ -221,7 +258,7 @@ TEST(Updater, ScheduledChecksRunOncePerIntervalAndSpeakOnlyOfUpdates)
     timed.clock = [&clock] { return clock; };
 
     // Checked an hour ago: nothing now, the next one a day after the last.
-    defaults.set("lastUpdateCheck", static_cast<std::int64_t>(clock.addSecs(-3600).toSecsSinceEpoch()));
+    defaults.set("zelvaine.updates.last-check", static_cast<std::int64_t>(clock.addSecs(-3600).toSecsSinceEpoch()));
     {
         Updater updater(configurationFor(server.url("/feed.xml"), true), &defaults, timed);
         updater.startAutomaticChecks();
@@ -241,7 +278,7 @@ TEST(Updater, ScheduledChecksRunOncePerIntervalAndSpeakOnlyOfUpdates)
         while (!updater.canCheckForUpdates()) ASSERT_TRUE(ready.wait(20000));
         EXPECT_EQ(results.count(), 0);
         EXPECT_EQ(updater.state(), State::Idle);
-        EXPECT_EQ(defaults.integer("lastUpdateCheck"), clock.toSecsSinceEpoch());
+        EXPECT_EQ(defaults.integer("zelvaine.updates.last-check"), clock.toSecsSinceEpoch());
         EXPECT_EQ(updater.nextAutomaticCheck(), clock.addDays(1));
     }
     EXPECT_EQ(server.requests().size(), 1);

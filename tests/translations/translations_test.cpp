@@ -21,7 +21,10 @@
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QRegularExpression>
+#include <QTest>
 #include <QTranslator>
+#include <QQuickItem>
+#include <QQuickWindow>
 #include <QXmlStreamReader>
 
 #include <QtQml/QQmlExtensionPlugin>
@@ -110,16 +113,26 @@ TEST_F(German, HintsNameTheCardAndWhereItGoes)
     EXPECT_EQ(findHint(state).text, "Nimm die unterste Karte einer Spalte in die Hand.");
 }
 
-// The real settings page: its words come from its own QML context, its counts from the locale.
-TEST_F(German, StatisticsTilesGroupDigitsTheGermanWay)
-{
+// The real settings, with statistics large enough to need their room.
+class GermanSettings : public German {
+protected:
+    static bool fill(InMemoryDefaultsStore& store)
+    {
+        store.set(preferenceKeys::gamesPlayed, std::int64_t{12345});
+        store.set(preferenceKeys::gamesWon, std::int64_t{9876});
+        store.set(preferenceKeys::highScore, std::int64_t{1234});
+        return true;
+    }
     InMemoryDefaultsStore defaults;
-    defaults.set(preferenceKeys::gamesPlayed, std::int64_t{12345});
-    defaults.set(preferenceKeys::highScore, std::int64_t{1234});
+    bool filled = fill(defaults); // before the preferences read them
     SilentSoundCues sound;
-    GamePreferences preferences(defaults, sound);
-    PreferencesModel model(preferences);
+    GamePreferences preferences{defaults, sound};
+    PreferencesModel model{preferences};
+};
 
+// Its words come from its own QML context, its counts from the locale.
+TEST_F(GermanSettings, StatisticsTilesGroupDigitsTheGermanWay)
+{
     QQmlEngine engine;
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Zelvaine/qml/SettingsPage.qml")));
     std::unique_ptr<QObject> page(component.createWithInitialProperties({{"preferences", QVariant::fromValue(&model)}}));
@@ -128,7 +141,7 @@ TEST_F(German, StatisticsTilesGroupDigitsTheGermanWay)
     const QObject* played = page->findChild<QObject*>(QStringLiteral("gamesPlayed"));
     const QObject* best = page->findChild<QObject*>(QStringLiteral("bestGame"));
     ASSERT_TRUE(played && best);
-    EXPECT_EQ(played->property("title").toString(), QStringLiteral("Gespielte Spiele"));
+    EXPECT_EQ(played->property("title").toString(), QStringLiteral("Gespielt"));
     EXPECT_EQ(played->property("value").toString(), QStringLiteral("12.345"));
     // A move count is not a quantity to group.
     EXPECT_EQ(best->property("value").toString(), QStringLiteral("1234 Züge"));
@@ -160,6 +173,61 @@ TEST_F(Translations, EveryCoreTextComesOutGerman)
     for (Suit suit : allSuits) EXPECT_NE(localizedName(suit), rawValue(suit));
     for (int rank = 1; rank <= 13; ++rank) {
         EXPECT_NE(localizedName(static_cast<Rank>(rank)), word(static_cast<Rank>(rank)));
+    }
+}
+
+// Items made by repeaters and stacks are found through the item tree, not the object tree.
+QQuickItem* findItem(QQuickItem* root, QLatin1String name)
+{
+    if (root->objectName() == name) return root;
+    for (QQuickItem* child : root->childItems()) {
+        if (QQuickItem* found = findItem(child, name)) return found;
+    }
+    return nullptr;
+}
+
+// Every text item under `root` whose text is cut.
+QStringList elidedTexts(QQuickItem* root)
+{
+    QStringList cut;
+    if (root->isVisible() && root->property("truncated").toBool()) cut << root->property("text").toString();
+    for (QQuickItem* child : root->childItems()) cut << elidedTexts(child);
+    return cut;
+}
+
+// The settings window in German, with its two screens: every text fits its place. Each screen
+// is saved as a picture to look at.
+TEST_F(GermanSettings, EveryTextOfTheSettingsFits)
+{
+    QQmlEngine engine;
+    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/Zelvaine/qml/SettingsWindow.qml")));
+    std::unique_ptr<QObject> created(component.createWithInitialProperties(
+        {{"preferences", QVariant::fromValue(&model)}, {"versionText", QStringLiteral("1.0 (1)")}}));
+    ASSERT_TRUE(created) << component.errorString().toStdString();
+    auto* window = qobject_cast<QQuickWindow*>(created.get());
+    ASSERT_TRUE(window);
+    model.setShowSettings(true);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+
+    QQuickItem* stack = findItem(window->contentItem(), QLatin1String("settingsStack"));
+    ASSERT_TRUE(stack);
+    const auto look = [&](const char* name) {
+        QTest::qWait(400); // the push
+        EXPECT_EQ(elidedTexts(window->contentItem()), QStringList()) << name;
+        const QString file = QStringLiteral(ZELVAINE_SCREENSHOT_DIR "/german-%1.png").arg(QLatin1String(name));
+        EXPECT_TRUE(window->grabWindow().save(file)) << file.toStdString();
+    };
+    look("settings");
+    for (const char* link : {"privacyLink", "acknowledgementsLink"}) {
+        QObject* found = findItem(window->contentItem(), QLatin1String(link));
+        ASSERT_TRUE(found) << link;
+        QMetaObject::invokeMethod(found, "activated");
+        ASSERT_TRUE(QTest::qWaitFor([stack] { return stack->property("depth").toInt() == 2; }, 2000));
+        look(link);
+        QQuickItem* back = findItem(window->contentItem(), QLatin1String("infoBackButton"));
+        ASSERT_TRUE(back);
+        QMetaObject::invokeMethod(back, "clicked");
+        ASSERT_TRUE(QTest::qWaitFor([stack] { return stack->property("depth").toInt() == 1; }, 2000));
     }
 }
 

@@ -24,6 +24,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <fstream>
 #include <unistd.h>
 #include <memory>
@@ -541,13 +542,120 @@ TEST_F(GameViewTest, AFileThatCannotBeOpenedSaysWhyAndChangesNothing)
         EXPECT_EQ(store->state(), before);
     }
 
-    // While another question is asked, a file arriving is not even read.
+    // While another question is asked, a file arriving is still read: a broken one says why and
+    // leaves the question standing; a good one waits for nothing.
     board->requestNewGame();
+    for (const auto& [file, notice] : failures) {
+        store->clearMessage();
+        board->openGamePath(file);
+        EXPECT_EQ(board->message().toStdString(), notice) << file.toStdString();
+        EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::newGame));
+    }
+    ASSERT_TRUE(board->exportGame(QUrl::fromLocalFile(path("good.zelvaine"))));
     store->clearMessage();
-    board->openGamePath(path("missing.zelvaine"));
+    board->openGamePath(path("good.zelvaine"));
     EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::newGame));
     EXPECT_TRUE(board->message().isEmpty());
+    board->dismissConfirmation();
+
+    // From outside, only a file named as a shared game is taken, whatever the case of its name.
+    std::filesystem::copy_file(dir / "good.zelvaine", dir / "game.json");
+    std::filesystem::copy_file(dir / "good.zelvaine", dir / "GOOD.Zelvaine");
+    for (const char* ignored : {"game.json", "good.zelvaine.bak", "zelvaine"}) {
+        board->openGamePath(path(ignored));
+        EXPECT_EQ(board->confirmation(), -1) << ignored;
+        EXPECT_TRUE(board->message().isEmpty()) << ignored;
+    }
+    board->openGamePath(QUrl::fromLocalFile(path("GOOD.Zelvaine")).toString());
+    EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::openSharedGame));
     std::filesystem::remove_all(dir);
+}
+
+// Sets an environment variable for one scope.
+class ScopedEnvironment {
+public:
+    ScopedEnvironment(const char* name, const QByteArray& value) : name_(name), old_(qgetenv(name)), had_(qEnvironmentVariableIsSet(name))
+    {
+        qputenv(name, value);
+    }
+    ~ScopedEnvironment() { had_ ? qputenv(name_, old_) : qunsetenv(name_); }
+    ScopedEnvironment(const ScopedEnvironment&) = delete;
+    ScopedEnvironment& operator=(const ScopedEnvironment&) = delete;
+
+private:
+    const char* name_;
+    QByteArray old_;
+    bool had_;
+};
+
+// A share tells the player where it went, or why it went nowhere; the panels start in a folder
+// that exists, and after a share where it went.
+TEST_F(GameViewTest, SharingSaysWhereTheGameWentOrWhyNot)
+{
+    const auto home = std::filesystem::temp_directory_path() / ("zelvaine-home-" + std::to_string(getpid()));
+    std::filesystem::create_directories(home / "elsewhere");
+    const ScopedEnvironment homeVariable("HOME", QByteArray::fromStdString(home.string()));
+    const ScopedEnvironment configVariable("XDG_CONFIG_HOME", QByteArray::fromStdString((home / "config").string()));
+    const auto folderOf = [](const std::filesystem::path& folder) { return QUrl::fromLocalFile(QString::fromStdString(folder.string())); };
+
+    // No Documents folder: home; once there is one, there.
+    EXPECT_EQ(board->gameFolder(), folderOf(home));
+    std::filesystem::create_directories(home / "Documents");
+    EXPECT_EQ(board->gameFolder(), folderOf(home / "Documents"));
+
+    const std::pair<std::filesystem::path, const char*> failures[] = {
+        {home / "Missing" / "Zelvaine Game.zelvaine", "does not exist"},
+        {home / "elsewhere" / "taken.zelvaine" / "Zelvaine Game.zelvaine", "does not exist"},
+        {"/proc/Zelvaine Game.zelvaine", "The game was not shared"},
+    };
+    std::filesystem::create_directories(home / "elsewhere" / "taken.zelvaine");
+    std::filesystem::remove(home / "elsewhere" / "taken.zelvaine");
+    std::ofstream(home / "elsewhere" / "taken.zelvaine") << "a file, not a folder";
+    for (const auto& [file, why] : failures) {
+        store->clearMessage();
+        EXPECT_FALSE(board->exportGame(folderOf(file))) << file;
+        EXPECT_TRUE(board->message().contains(why)) << board->message().toStdString();
+        EXPECT_EQ(board->messageKind(), 2);
+        EXPECT_FALSE(std::filesystem::exists(file));
+    }
+    // A path typed into the panel arrives without a scheme, and is named as typed.
+    store->clearMessage();
+    EXPECT_FALSE(board->exportGame(QUrl(QString::fromStdString((home / "Typed" / "Mine.zelvaine").string()))));
+    EXPECT_TRUE(board->message().contains(QString::fromStdString((home / "Typed").string()))) << board->message().toStdString();
+    EXPECT_EQ(board->gameFolder(), folderOf(home / "Documents")) << "a failed share moves nothing";
+
+    const auto shared = home / "elsewhere" / "Zelvaine Game.zelvaine";
+    ASSERT_TRUE(board->exportGame(folderOf(shared)));
+    EXPECT_TRUE(std::filesystem::exists(shared));
+    EXPECT_EQ(board->message().toStdString(), "Game shared as “Zelvaine Game.zelvaine” in " + (home / "elsewhere").string() + ".");
+    EXPECT_EQ(board->gameFolder(), folderOf(home / "elsewhere"));
+    std::filesystem::remove_all(home);
+}
+
+// The save panel offers to save, in the folder where the last share went.
+TEST_F(GameViewTest, TheSavePanelSaysSave)
+{
+    click("gameTransferMenu");
+    QTest::qWait(300);
+    QQuickItem* root = window->contentItem()->parentItem() ? window->contentItem()->parentItem() : window->contentItem();
+    QQuickItem* share = nullptr;
+    const std::function<void(QQuickItem*)> find = [&](QQuickItem* item) {
+        if (item->property("text").toString() == "Share Game" && item->isVisible()) share = item;
+        for (QQuickItem* child : item->childItems()) find(child);
+    };
+    find(root);
+    ASSERT_TRUE(share);
+    QTest::mouseClick(window.get(), Qt::LeftButton, {}, share->mapToScene(QPointF(share->width() / 2, share->height() / 2)).toPoint());
+    QTest::qWait(500);
+    QStringList buttons;
+    const std::function<void(QQuickItem*)> collect = [&](QQuickItem* item) {
+        if (item->inherits("QQuickAbstractButton") && item->isVisible()) buttons << item->property("text").toString();
+        for (QQuickItem* child : item->childItems()) collect(child);
+    };
+    collect(root);
+    EXPECT_TRUE(buttons.contains("Save")) << buttons.join(", ").toStdString();
+    EXPECT_FALSE(buttons.contains("Open")) << buttons.join(", ").toStdString();
+    QTest::keyClick(window.get(), Qt::Key_Escape);
 }
 
 TEST_F(GameViewTest, WithMoveMessagesOffRefusalsAreSilentButHintsShow)

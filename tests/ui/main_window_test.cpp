@@ -1,6 +1,8 @@
 // The application window's menu commands: what each one does, and when it is unavailable.
 
 #include "app/qml_menu.hpp"
+#include "app/updater.hpp"
+#include "tests/app/test_http_server.hpp"
 #include "store/game_confirmation.hpp"
 #include "store/game_preferences.hpp"
 #include "store/game_store.hpp"
@@ -13,6 +15,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QSignalSpy>
 #include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
@@ -29,14 +32,15 @@ using testing::card;
 
 class MainWindowTest : public ::testing::Test {
 protected:
-    void open(const GameState& game)
+    void open(const GameState& game, Updater* updater = nullptr)
     {
         store = std::make_unique<GameStore>(game, defaults, sound);
         board = std::make_unique<GameBoard>(*store, &preferences);
         engine = std::make_unique<QQmlApplicationEngine>();
         engine->addImportPath(QStringLiteral("qrc:/"));
         engine->setInitialProperties({{"board", QVariant::fromValue(board.get())},
-                                      {"preferences", QVariant::fromValue(&preferencesModel)}});
+                                      {"preferences", QVariant::fromValue(&preferencesModel)},
+                                      {"updater", QVariant::fromValue(static_cast<QObject*>(updater))}});
         engine->load(QUrl(QStringLiteral("qrc:/Zelvaine/qml/Main.qml")));
         ASSERT_FALSE(engine->rootObjects().isEmpty());
         window = qobject_cast<QQuickWindow*>(engine->rootObjects().first());
@@ -58,7 +62,14 @@ protected:
         EXPECT_TRUE(found) << name;
         return found && found->property("enabled").toBool();
     }
-    void trigger(const char* name) const { QMetaObject::invokeMethod(command(name), "trigger"); }
+    // An action's trigger, or what a plain item does when chosen.
+    void trigger(const char* name) const
+    {
+        QObject* found = command(name);
+        ASSERT_TRUE(found) << name;
+        const bool isAction = found->metaObject()->indexOfMethod("trigger()") >= 0;
+        QMetaObject::invokeMethod(found, isAction ? "trigger" : "triggered");
+    }
     void press(QKeySequence keys) const { QTest::keySequence(window, keys); }
 
     InMemoryDefaultsStore defaults;
@@ -109,24 +120,67 @@ TEST_F(MainWindowTest, TheWholeBoardFitsAtTheSmallestSize)
     }
 }
 
-// An unavailable command is drawn in the dimmed text colour, an available one in the bright one.
+// A menu item's drawn title or key.
+QQuickItem* menuText(QQuickWindow* window, const char* item, const char* part)
+{
+    auto* found = window->findChild<QQuickItem*>(item);
+    EXPECT_TRUE(found) << item;
+    return found ? found->findChild<QQuickItem*>(part) : nullptr;
+}
+
+QColor colourOf(QQuickItem* text)
+{
+    EXPECT_TRUE(text);
+    if (!text) return {};
+    QColor colour = text->property("color").value<QColor>();
+    colour.setAlphaF(colour.alphaF() * text->opacity());
+    return colour;
+}
+
+// An unavailable command is drawn in the dimmed text colour, an available one in the bright one,
+// its key as well as its title.
 TEST_F(MainWindowTest, DisabledMenuItemsLookDisabled)
 {
     open(testing::knownDeal());
-    auto textColour = [&](const char* name) {
-        auto* item = window->findChild<QQuickItem*>(name);
-        EXPECT_TRUE(item) << name;
-        auto* label = item ? item->property("contentItem").value<QQuickItem*>() : nullptr;
-        EXPECT_TRUE(label) << name;
-        return label ? label->property("color").value<QColor>() : QColor();
-    };
     ASSERT_FALSE(enabled("restartGameMenuItem"));
     ASSERT_TRUE(enabled("newGameMenuItem"));
-    const QColor disabled = textColour("restartGameMenuItem");
-    const QColor available = textColour("newGameMenuItem");
-    EXPECT_NE(disabled, available);
+    const QColor disabled = colourOf(menuText(window, "restartGameMenuItem", "menuItemTitle"));
+    const QColor available = colourOf(menuText(window, "newGameMenuItem", "menuItemTitle"));
     EXPECT_LT(disabled.lightnessF(), available.lightnessF() - 0.2);
-    EXPECT_EQ(textColour("undoMenuItem"), disabled);
+    // A fresh deal has nothing to undo or redo, and this window has no update checker.
+    for (const char* name : {"undoMenuItem", "redoMenuItem", "checkForUpdatesItem"}) {
+        ASSERT_FALSE(enabled(name)) << name;
+        EXPECT_EQ(colourOf(menuText(window, name, "menuItemTitle")), disabled) << name;
+    }
+    const QColor disabledKeys = colourOf(menuText(window, "undoMenuItem", "menuItemKeys"));
+    const QColor availableKeys = colourOf(menuText(window, "newGameMenuItem", "menuItemKeys"));
+    EXPECT_LT(disabledKeys.lightnessF() * disabledKeys.alphaF(), availableKeys.lightnessF() * availableKeys.alphaF() - 0.1);
+
+    // The look follows the state.
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
+    EXPECT_EQ(colourOf(menuText(window, "undoMenuItem", "menuItemTitle")), available);
+}
+
+// Every command shows its key beside its title, as the platform writes it, and the title keeps
+// its room.
+TEST_F(MainWindowTest, MenusShowEachCommandsKey)
+{
+    open(testing::knownDeal());
+    const std::pair<const char*, QKeySequence> commands[] = {
+        {"preferencesItem", QKeySequence("Ctrl+,")},           {"quitItem", QKeySequence(QKeySequence::Quit)},
+        {"openGameMenuItem", QKeySequence("Ctrl+O")},          {"newGameMenuItem", QKeySequence("Ctrl+N")},
+        {"restartGameMenuItem", QKeySequence("Ctrl+R")},       {"undoMenuItem", QKeySequence("Ctrl+Z")},
+        {"redoMenuItem", QKeySequence("Ctrl+Shift+Z")},        {"hintMenuItem", QKeySequence("Ctrl+Shift+/")},
+    };
+    for (const auto& [name, keys] : commands) {
+        QQuickItem* shown = menuText(window, name, "menuItemKeys");
+        ASSERT_TRUE(shown) << name;
+        EXPECT_EQ(shown->property("text").toString(), keys.toString(QKeySequence::NativeText)) << name;
+        QQuickItem* title = menuText(window, name, "menuItemTitle");
+        EXPECT_FALSE(title->property("truncated").toBool()) << name;
+        EXPECT_LE(title->x() + title->property("contentWidth").toReal(), shown->x()) << name;
+    }
+    EXPECT_TRUE(menuText(window, "aboutItem", "menuItemKeys")->property("text").toString().isEmpty());
 }
 
 TEST_F(MainWindowTest, RestartUndoAndRedoFollowTheHistory)
@@ -175,21 +229,57 @@ TEST_F(MainWindowTest, APendingQuestionLocksTheCommands)
     EXPECT_TRUE(enabled("newGameMenuItem"));
 }
 
-TEST_F(MainWindowTest, CommandsReachTheGame)
+// Each key acts on every press, the second as surely as the first: a key bound twice would
+// leave Qt to take turns between its bindings.
+TEST_F(MainWindowTest, EveryKeyWorksEveryTime)
 {
     open(testing::knownDeal());
-    press(QKeySequence("Ctrl+Shift+/"));
-    EXPECT_EQ(store->messageKind(), GameMessageKind::hint);
-    trigger("openGameMenuItem");
-    EXPECT_TRUE(store->isImportingGame());
-    store->setIsImportingGame(false);
+    for (int press = 0; press < 2; ++press) {
+        SCOPED_TRACE(press == 0 ? "first press" : "second press");
+        store->clearMessage();
+        this->press(QKeySequence("Ctrl+Shift+/"));
+        EXPECT_EQ(store->messageKind(), GameMessageKind::hint);
+
+        this->press(QKeySequence("Ctrl+O"));
+        EXPECT_TRUE(store->isImportingGame());
+        store->setIsImportingGame(false);
+
+        this->press(QKeySequence("Ctrl+,"));
+        EXPECT_TRUE(preferences.showSettings());
+        preferences.setShowSettings(false);
+        // The settings window had the keyboard; the game window takes it back.
+        window->requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+
+        this->press(QKeySequence("Ctrl+N"));
+        EXPECT_EQ(store->confirmation(), GameConfirmation::newGame);
+        board->dismissConfirmation();
+        QTest::qWait(300); // the question's closing transition, while it still holds the keys
+    }
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
-    press(QKeySequence("Ctrl+R"));
-    EXPECT_EQ(store->confirmation(), GameConfirmation::restartGame);
-    board->dismissConfirmation();
-    press(QKeySequence("Ctrl+,"));
-    EXPECT_TRUE(preferences.showSettings());
+    ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(0)));
+    press(QKeySequence("Ctrl+Z"));
+    press(QKeySequence("Ctrl+Z"));
+    EXPECT_EQ(store->state().moveCount, 0);
+    press(QKeySequence("Ctrl+Shift+Z"));
+    press(QKeySequence("Ctrl+Shift+Z"));
+    EXPECT_EQ(store->state().moveCount, 2);
+    for (int press = 0; press < 2; ++press) {
+        this->press(QKeySequence("Ctrl+R"));
+        EXPECT_EQ(store->confirmation(), GameConfirmation::restartGame);
+        board->dismissConfirmation();
+        QTest::qWait(300);
+    }
     EXPECT_FALSE(enabled("checkForUpdatesItem")) << "no update checker in this window";
+    // Every command key belongs to its menu command alone; no separate binding competes with one
+    // (the dialogs bind only Return and Enter).
+    for (QObject* object : window->findChildren<QObject*>()) {
+        if (!object->inherits("QQuickShortcut")) continue;
+        QVariantList sequences = object->property("sequences").toList();
+        sequences << object->property("sequence");
+        for (const QVariant& sequence : sequences)
+            EXPECT_FALSE(QKeySequence(sequence.toString())[0].keyboardModifiers() & Qt::ControlModifier) << sequence.toString().toStdString();
+    }
 }
 
 TEST_F(MainWindowTest, HintIsUnavailableOnceTheDealIsWon)
@@ -218,6 +308,65 @@ TEST_F(MainWindowTest, TrimmingTheMenuBarKeepsEveryCommand)
     // The commands still act after the trim.
     press(QKeySequence("Ctrl+Shift+/"));
     EXPECT_EQ(store->messageKind(), GameMessageKind::hint);
+}
+
+QObject* dialog(QQuickWindow* window, const char* name)
+{
+    auto* found = window->findChild<QObject*>(name);
+    EXPECT_TRUE(found) << name;
+    return found;
+}
+bool showing(QQuickWindow* window, const char* name)
+{
+    QObject* found = dialog(window, name);
+    return found && found->property("visible").toBool();
+}
+
+// Return takes a dialog's default button and Escape cancels; either way the board has the next
+// click, not a leftover dialog.
+TEST_F(MainWindowTest, ReturnAndEscapeAnswerAboutAndTheUpdateResult)
+{
+    Updater updater(readUpdateConfiguration(R"({"feedURL": ""})"), nullptr);
+    open(testing::knownDeal(), &updater);
+    EXPECT_FALSE(enabled("checkForUpdatesItem")) << "a build without a feed cannot check";
+
+    for (const auto key : {Qt::Key_Return, Qt::Key_Escape, Qt::Key_Enter}) {
+        trigger("aboutItem");
+        ASSERT_TRUE(QTest::qWaitFor([&] { return showing(window, "aboutDialog"); }, 2000));
+        QTest::keyClick(window, key);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !showing(window, "aboutDialog"); }, 2000)) << key;
+
+        // The result of a check, here the honest word that this copy never checks.
+        updater.checkForUpdates();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return showing(window, "updateResultDialog"); }, 2000));
+        QTest::keyClick(window, key);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !showing(window, "updateResultDialog"); }, 2000)) << key;
+    }
+    EXPECT_TRUE(updater.failureReason().contains("no update feed"));
+    QTest::qWait(300); // the closing transition
+    QQuickItem* card = findItem(window->contentItem(), "tableau-0-9");
+    ASSERT_TRUE(card);
+    QTest::mouseClick(window, Qt::LeftButton, {}, card->mapToScene(QPointF(card->width() / 2, 8)).toPoint());
+    EXPECT_EQ(store->selection(), MoveSource::tableau(0, 9));
+}
+
+// A running check shows its progress; Escape stops waiting, and no result follows.
+TEST_F(MainWindowTest, ACheckShowsItsProgressAndCanBeStopped)
+{
+    testing::TestHttpServer server;
+    server.serve("/feed.xml", {200, {}, {}, true, true});
+    Updater updater({UpdateConfiguration{server.url("/feed.xml"), false, std::chrono::hours(24)}, {}}, nullptr);
+    open(testing::knownDeal(), &updater);
+    ASSERT_TRUE(enabled("checkForUpdatesItem"));
+    trigger("checkForUpdatesItem");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return showing(window, "updateProgressDialog"); }, 2000));
+    EXPECT_FALSE(enabled("checkForUpdatesItem")) << "one check at a time";
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !showing(window, "updateProgressDialog"); }, 2000));
+    EXPECT_EQ(updater.state(), Updater::State::Idle);
+    EXPECT_TRUE(enabled("checkForUpdatesItem"));
+    QTest::qWait(200);
+    EXPECT_FALSE(showing(window, "updateResultDialog"));
 }
 
 } // namespace

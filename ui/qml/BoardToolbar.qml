@@ -1,4 +1,3 @@
-import QtCore
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Dialogs
@@ -114,7 +113,9 @@ RowLayout {
                 enabled: toolbar.board.canShare
                 onTriggered: {
                     saveDialog.active = true;
-                    saveDialog.item.selectedFile = saveDialog.item.currentFolder + "/Zelvaine Game.zelvaine";
+                    // Each time where the last share went (or Documents, or home): a folder that exists.
+                    saveDialog.item.currentFolder = toolbar.board.gameFolder;
+                    saveDialog.item.selectedFile = toolbar.board.gameFolder + "/Zelvaine Game.zelvaine";
                     saveDialog.item.open();
                 }
             }
@@ -161,7 +162,8 @@ RowLayout {
         active: false
         sourceComponent: FileDialog {
             fileMode: FileDialog.SaveFile
-            currentFolder: StandardPaths.writableLocation(StandardPaths.DocumentsLocation)
+            acceptLabel: qsTr("Save")
+            defaultSuffix: "zelvaine"
             nameFilters: [qsTr("Zelvaine games (*.zelvaine)")]
             onAccepted: toolbar.board.exportGame(selectedFile)
         }

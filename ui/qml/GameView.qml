@@ -259,7 +259,10 @@ Item {
                 return;
             }
             openDialog.active = true;
-            if (openDialog.item) openDialog.item.open();
+            if (openDialog.item) {
+                openDialog.item.currentFolder = view.board.gameFolder;
+                openDialog.item.open();
+            }
             else view.board.isImportingGame = false;
         }
     }
@@ -284,7 +287,8 @@ Item {
         onEntered: drag => drag.accepted = drag.hasUrls
         onDropped: drop => {
             if (!drop.hasUrls) return;
-            view.board.openGame(drop.urls[0]);
+            // Like a file handed over by the file manager: only a shared game is taken.
+            view.board.openGamePath(drop.urls[0].toString());
             drop.accept(Qt.CopyAction);
         }
     }

@@ -55,19 +55,19 @@ ApplicationWindow {
 
         Menu {
             title: "Zelvaine"
-            MenuItem {
+            ShortcutMenuItem {
                 objectName: "aboutItem"
                 text: qsTr("About Zelvaine")
                 onTriggered: about.open()
             }
-            MenuItem {
+            ShortcutMenuItem {
                 objectName: "checkForUpdatesItem"
                 text: qsTr("Check for Updates…")
                 enabled: window.updater !== null && window.updater.canCheckForUpdates
                 onTriggered: window.updater.checkForUpdates()
             }
             MenuSeparator {}
-            MenuItem {
+            ShortcutMenuItem {
                 objectName: "preferencesItem"
                 action: Action {
                     text: qsTr("Preferences…")
@@ -77,7 +77,7 @@ ApplicationWindow {
                 }
             }
             MenuSeparator {}
-            MenuItem {
+            ShortcutMenuItem {
                 objectName: "quitItem"
                 action: Action {
                     text: qsTr("Quit Zelvaine")
@@ -88,7 +88,7 @@ ApplicationWindow {
         }
         Menu {
             title: qsTr("File")
-            MenuItem {
+            ShortcutMenuItem {
                 objectName: "openGameMenuItem"
                 action: Action {
                     text: qsTr("Open Game…")
@@ -97,7 +97,7 @@ ApplicationWindow {
                     onTriggered: window.board.isImportingGame = true
                 }
             }
-            MenuItem {
+            ShortcutMenuItem {
                 objectName: "newGameMenuItem"
                 action: Action {
                     text: qsTr("New Game")
@@ -106,7 +106,7 @@ ApplicationWindow {
                     onTriggered: window.board.requestNewGame()
                 }
             }
-            MenuItem {
+            ShortcutMenuItem {
                 objectName: "restartGameMenuItem"
                 action: Action {
                     text: qsTr("Restart Game")
@@ -118,7 +118,7 @@ ApplicationWindow {
         }
         Menu {
             title: qsTr("Edit")
-            MenuItem {
+            ShortcutMenuItem {
                 objectName: "undoMenuItem"
                 action: Action {
                     text: qsTr("Undo")
@@ -127,7 +127,7 @@ ApplicationWindow {
                     onTriggered: window.board.undo()
                 }
             }
-            MenuItem {
+            ShortcutMenuItem {
                 objectName: "redoMenuItem"
                 action: Action {
                     text: qsTr("Redo")
@@ -139,7 +139,7 @@ ApplicationWindow {
         }
         Menu {
             title: qsTr("Help")
-            MenuItem {
+            ShortcutMenuItem {
                 objectName: "hintMenuItem"
                 action: hintAction
             }
@@ -152,12 +152,6 @@ ApplicationWindow {
         shortcut: "Ctrl+Shift+/"
         enabled: !window.confirmationPending && !window.board.won
         onTriggered: window.board.showHint()
-    }
-    // Shift and the slash make a question mark on most keyboards.
-    Shortcut {
-        sequence: "Ctrl+?"
-        enabled: hintAction.enabled
-        onActivated: hintAction.trigger()
     }
 
     GameView {
@@ -173,31 +167,74 @@ ApplicationWindow {
         id: about
         objectName: "aboutDialog"
         anchors.centerIn: parent
+        width: Math.min(380, window.width - 40)
+        padding: 28
+        topPadding: 24
         standardButtons: Dialog.Ok
         title: qsTr("About Zelvaine")
         ColumnLayout {
-            spacing: 10
+            width: parent.width
+            spacing: 8
             Image {
                 source: "qrc:/icons/zelvaine.svg"
-                sourceSize: Qt.size(64, 64)
+                sourceSize: Qt.size(72, 72)
                 Layout.alignment: Qt.AlignHCenter
+                Layout.bottomMargin: 6
                 Accessible.ignored: true
             }
             Label {
                 text: "Zelvaine"
-                font.pixelSize: 22
+                font.pixelSize: 24
                 font.bold: true
                 Layout.alignment: Qt.AlignHCenter
             }
             Label {
                 text: qsTr("Version %1").arg(window.versionText)
+                opacity: 0.7
                 Layout.alignment: Qt.AlignHCenter
             }
             Label {
                 text: qsTr("A two-deck patience game.")
-                Layout.alignment: Qt.AlignHCenter
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
+                Layout.fillWidth: true
+                Layout.topMargin: 8
             }
         }
+    }
+
+    // While a check the player started runs: its progress, and a way to stop waiting.
+    GameDialog {
+        id: updateProgress
+        objectName: "updateProgressDialog"
+        returnAccepts: false
+        // The checker's states: 1 a check of the player's own is running.
+        visible: window.updater !== null && window.updater.state === 1
+        anchors.centerIn: parent
+        width: Math.min(420, window.width - 40)
+        padding: 24
+        title: qsTr("Checking for Updates…")
+        ColumnLayout {
+            width: parent.width
+            spacing: 14
+            Label {
+                text: qsTr("Asking %1 for the newest version of Zelvaine.").arg(window.updater !== null ? window.updater.feedHost : "")
+                wrapMode: Text.Wrap
+                Layout.fillWidth: true
+            }
+            ProgressBar {
+                indeterminate: true
+                Layout.fillWidth: true
+            }
+        }
+        footer: DialogButtonBox {
+            Button {
+                objectName: "updateCancelButton"
+                text: qsTr("Cancel")
+                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+            }
+        }
+        onRejected: if (window.updater !== null) window.updater.cancelCheck()
     }
 
     // The result of a check the player started (or of a scheduled one that found a release).
@@ -214,13 +251,15 @@ ApplicationWindow {
         // The checker's states: 2 up to date, 3 a newer release, 4 the check failed.
         readonly property int state: window.updater !== null ? window.updater.state : 0
         anchors.centerIn: parent
-        width: Math.min(460, window.width - 40)
+        width: Math.min(480, window.width - 40)
+        padding: 24
         title: state === 3 ? qsTr("A new version of Zelvaine is available")
              : state === 2 ? qsTr("You’re up to date")
              : qsTr("Zelvaine could not check for updates")
         Label {
             width: parent.width
             wrapMode: Text.Wrap
+            lineHeight: 1.15
             text: updateResult.state === 3
                   ? qsTr("Zelvaine %1 is available; you have %2.").arg(window.updater.latestVersion).arg(window.versionText)
                   : updateResult.state === 2 ? qsTr("Zelvaine %1 is the newest version.").arg(window.versionText)

@@ -69,10 +69,12 @@ Window {
                 { paragraphs: [qsTr("Zelvaine does not collect, transmit, sell, or share personal data.")] },
                 { header: qsTr("Information stored on this device"),
                   paragraphs: [qsTr("Your current deal, preferences, move statistics, and high score are stored locally so the game can restore your progress. Zelvaine has no accounts, advertising, analytics, or tracking."),
-                               qsTr("This local information is removed when you delete the app. It may be included in device backups managed by the operating system.")] },
+                               qsTr("This local information is kept in the folder %1. It stays there when you uninstall Zelvaine; delete that folder to remove it. It may be included in backups of your home folder.").arg(settings.preferences.dataFolder)] },
                 { header: qsTr("Software updates"),
-                  paragraphs: [qsTr("The desktop version connects to %1 only to check for and download software updates. It does not send an anonymous system profile.")
-                               .arg(settings.updateHost || qsTr("its update server"))] },
+                  // Only a build whose packager named a release feed has a server to name.
+                  paragraphs: [settings.updateHost
+                               ? qsTr("Zelvaine connects to %1 only to check for software updates; a download opens in your web browser. It does not send an anonymous system profile.").arg(settings.updateHost)
+                               : qsTr("This copy of Zelvaine makes no network connection: it has no update feed and never checks for updates.")] },
                 { header: qsTr("Permissions"),
                   paragraphs: [qsTr("Zelvaine does not request access to your location, contacts, photos, camera, microphone, or other protected information.")] },
                 { paragraphs: [qsTr("Effective 28 July 2026")], secondary: true }
@@ -97,8 +99,18 @@ Window {
                 { header: qsTr("Icons"),
                   paragraphs: [qsTr("Interface symbols are from Material Design Icons by Pictogrammers, licensed under the Apache License 2.0.")],
                   link: { text: qsTr("Icon license"), url: "https://github.com/Templarian/MaterialDesign-SVG/blob/master/LICENSE" } },
+                { header: qsTr("Libraries"),
+                  paragraphs: [qsTr("Zelvaine is built with these libraries, each under its own licence:"),
+                               qsTr("Qt 6 by The Qt Company and the Qt Project: GNU Lesser General Public License, version 3."),
+                               qsTr("OpenAL Soft by Chris Robinson and contributors: GNU Library General Public License, version 2 or later."),
+                               qsTr("libsndfile by Erik de Castro Lopo and contributors: GNU Lesser General Public License, version 2.1 or later."),
+                               qsTr("SQLite: dedicated to the public domain."),
+                               qsTr("simdjson by Daniel Lemire, Geoff Langdale and contributors: Apache License 2.0."),
+                               qsTr("Asio by Christopher M. Kohlhoff: Boost Software License 1.0."),
+                               qsTr("libuuid from util-linux by Theodore Ts’o: BSD 3-Clause License.")],
+                  link: { text: qsTr("Qt’s licence terms"), url: "https://doc.qt.io/qt-6/lgpl.html" } },
                 { header: qsTr("Software updates"),
-                  paragraphs: [qsTr("Zelvaine checks for updates with its own update checker, which reads a public release feed and sends nothing about you or your system.")] }
+                  paragraphs: [qsTr("Zelvaine’s update checker is its own: it reads only the release feed that its packager names, if any, and sends nothing about you or your system.")] }
             ]
         }
     }

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+#include <string>
+
+namespace zelvaine {
+
+// Only files named like a shared game are taken from outside the game (the command line, the
+// file manager, a drop): a stray "game.json" is not ours to ask about.
+bool isSharedGameFile(const QString& path);
+
+// Where the file panels start: the folder of the last share while it exists, else Documents
+// when the player has one, else home.
+QUrl sharedGameFolder(const QString& lastShareFolder);
+
+// A file panel's answer as a path: a typed absolute path comes back as a URL without a scheme.
+QString localPath(const QUrl& file);
+
+// Writes a shared game atomically. Nothing, or the player's sentence saying why it failed.
+std::optional<QString> writeSharedGame(const QString& path, const std::string& bytes);
+
+} // namespace zelvaine
