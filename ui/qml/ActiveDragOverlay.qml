@@ -37,19 +37,14 @@ Item {
         height: overlay.cardHeight + 18 * Math.max(overlay.drag.faces.length - 1, 0)
 
         // A soft shadow below the stack, as if lifted off the felt.
-        Repeater {
-            model: 4
-            Rectangle {
-                required property int index
-                readonly property real blur: Math.max(16, 0.14 * overlay.cardWidth)
-                readonly property real spread: blur * (index + 1) / 4
-                x: -spread / 2
-                y: Math.max(8, 0.065 * overlay.cardWidth) - spread / 2
-                width: stack.width + spread
-                height: stack.height + spread
-                radius: 0.12 * overlay.cardWidth + spread / 2
-                color: Qt.rgba(0, 0, 0, 0.52 / 4)
-            }
+        StackShadow {
+            readonly property real spread: Math.max(16, 0.14 * overlay.cardWidth)
+            x: -spread / 2
+            y: Math.max(8, 0.065 * overlay.cardWidth) - spread / 2
+            width: stack.width + spread
+            height: stack.height + spread
+            blur: spread
+            cornerRadius: 0.12 * overlay.cardWidth
         }
 
         TableauCardCanvas {
