@@ -620,6 +620,14 @@
         <source>This card is blocked</source>
         <translation>Diese Karte ist blockiert</translation>
     </message>
+    <message>
+        <source>Selected</source>
+        <translation>Ausgewählt</translation>
+    </message>
+    <message>
+        <source>Not selected</source>
+        <translation>Nicht ausgewählt</translation>
+    </message>
 </context>
 <context>
     <name>UpdateFeed</name>
@@ -677,6 +685,10 @@
     <message>
         <source>Play Again</source>
         <translation>Noch einmal spielen</translation>
+    </message>
+    <message>
+        <source>Zelvaine Complete: %1 %2</source>
+        <translation>Zelvaine geschafft: %1 %2</translation>
     </message>
 </context>
 <context>

@@ -11,6 +11,7 @@
 #include "ui/game_board.hpp"
 #include "ui/preferences_model.hpp"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QStyleHints>
 #include <QQmlComponent>
@@ -207,6 +208,38 @@ TEST_F(GameViewTest, PlacesCarryTheirAccessibleNames)
     EXPECT_EQ(card->property("accessibleValue").toString(), "Selected");
     EXPECT_TRUE(item("hand-1"));
     EXPECT_TRUE(item("foundation-7"));
+}
+
+// What a screen reader sees of a place, and its Press, which must be the player's tap.
+TEST_F(GameViewTest, AssistiveToolsReadAndPressThePlaces)
+{
+    auto accessible = [this](const QString& name) { return QAccessible::queryAccessibleInterface(item(name)); };
+    auto press = [&](const QString& name) {
+        QAccessibleInterface* place = accessible(name);
+        ASSERT_TRUE(place && place->actionInterface()) << name.toStdString();
+        place->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    };
+    QAccessibleInterface* card = accessible("tableau-0-9");
+    ASSERT_TRUE(card);
+    EXPECT_EQ(card->text(QAccessible::Name), "eight of hearts");
+    EXPECT_FALSE(card->state().selected);
+    press("tableau-0-9");
+    EXPECT_EQ(store->selection(), MoveSource::tableau(0, 9));
+    EXPECT_TRUE(card->state().selected);
+    press("tableau-4-9");
+    EXPECT_EQ(store->state().moveCount, 1);
+    EXPECT_EQ(accessible("column-0")->text(QAccessible::Name), "Column 1, 9 cards");
+    EXPECT_EQ(accessible("column-4")->text(QAccessible::Name), "Column 5, 11 cards");
+
+    // A hand card is one element, named by its card; pressing it selects it.
+    QAccessibleInterface* hand = accessible("hand-0");
+    ASSERT_TRUE(hand);
+    EXPECT_EQ(hand->childCount(), 0);
+    press("hand-0");
+    EXPECT_EQ(store->selection(), MoveSource::hand(0));
+    EXPECT_EQ(accessible("foundation-2")->text(QAccessible::Name), "Foundation 3");
+    press("foundation-2");
+    EXPECT_EQ(store->state().foundations[2].size(), 1U);
 }
 
 TEST_F(GameViewTest, AMoveRebuildsOnlyTheColumnsItTouches)

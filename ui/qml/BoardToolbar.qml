@@ -55,6 +55,8 @@ RowLayout {
         spacing: 3
         Layout.leftMargin: 10
         Accessible.role: Accessible.StaticText
+        // Hidden until there is a best game; until then a screen reader should not find it.
+        Accessible.ignored: !visible
         Accessible.name: qsTr("High score: %n moves", "", toolbar.preferences.highScore === undefined ? 0 : toolbar.preferences.highScore)
         Image {
             source: "qrc:/icons/mdi/trophy.svg"

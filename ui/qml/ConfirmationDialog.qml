@@ -24,12 +24,14 @@ GameDialog {
             objectName: "confirmationCancel"
             text: dialog.texts.cancel || ""
             DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+            Accessible.onPressAction: clicked()
         }
         Button {
             objectName: "confirmationConfirm"
             text: dialog.texts.confirm || ""
             highlighted: true
             DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+            Accessible.onPressAction: clicked()
         }
     }
     onAccepted: board.confirm()

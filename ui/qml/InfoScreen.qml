@@ -26,6 +26,7 @@ Item {
                 flat: true
                 palette.buttonText: "white"
                 onClicked: screen.back()
+                Accessible.onPressAction: clicked()
             }
             Label {
                 text: screen.title

@@ -232,6 +232,7 @@ ApplicationWindow {
                 objectName: "updateCancelButton"
                 text: qsTr("Cancel")
                 DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+                Accessible.onPressAction: clicked()
             }
         }
         onRejected: if (window.updater !== null) window.updater.cancelCheck()
@@ -270,17 +271,20 @@ ApplicationWindow {
                 visible: updateResult.state === 3
                 text: qsTr("Download")
                 DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+                Accessible.onPressAction: clicked()
                 onClicked: Qt.openUrlExternally(window.updater.downloadUrl)
             }
             Button {
                 visible: updateResult.state === 3 && window.updater.releaseNotesUrl.toString() !== ""
                 text: qsTr("Release Notes")
                 DialogButtonBox.buttonRole: DialogButtonBox.HelpRole
+                Accessible.onPressAction: clicked()
                 onClicked: Qt.openUrlExternally(window.updater.releaseNotesUrl)
             }
             Button {
                 text: updateResult.state === 3 ? qsTr("Later") : qsTr("OK")
                 DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+                Accessible.onPressAction: clicked()
             }
         }
     }

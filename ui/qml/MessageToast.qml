@@ -21,7 +21,8 @@ Rectangle {
     height: label.implicitHeight + 26
     radius: 14
     color: Qt.rgba(0, 0, 0, 0.42)
-    Accessible.role: Accessible.StaticText
+    // A notification: a screen reader speaks it as it appears, wherever the player's focus is.
+    Accessible.role: Accessible.Notification
     Accessible.name: qsTr("Game message: %1").arg(displayed)
 
     // It rises into place as it fades in, and sinks as it fades out.
@@ -33,6 +34,7 @@ Rectangle {
 
     Text {
         id: label
+        Accessible.ignored: true
         anchors.centerIn: parent
         width: Math.min(implicitWidth, 580)
         wrapMode: Text.WordWrap

@@ -26,7 +26,16 @@ Item {
     Accessible.name: kind === 1 ? (hasCard ? name : qsTr("Empty hand slot %1").arg(index + 1))
                                 : qsTr("Foundation %1").arg(index + 1)
     Accessible.description: kind === 2 || hasCard ? accessibleHint : ""
+    Accessible.selectable: hasCard
     Accessible.selected: isSelected
+    Accessible.onPressAction: place.tap()
+    Accessible.focusable: true
+    Accessible.focused: board.focusRow === (kind === 1 ? 2 : 0) && board.focusIndex === index
+
+    function tap() {
+        if (kind === 1) board.tapHand(index);
+        else board.tapFoundation(index);
+    }
 
     EmptyCardSlot {
         anchors.fill: parent
@@ -37,6 +46,8 @@ Item {
     CardView {
         id: card
         anchors.fill: parent
+        // The place speaks for its card: one element, not a button inside a button.
+        Accessible.ignored: true
         visible: place.hasCard
         // A hand card that is being dragged leaves its slot looking empty.
         opacity: place.kind === 1 && place.drag.sourceKind === 1 && place.drag.sourceIndex === place.index ? 0 : 1
@@ -68,10 +79,7 @@ Item {
         sourceKind: place.kind
         sourceIndex: place.index
         movable: place.hasCard
-        onTapped: {
-            if (place.kind === 1) place.board.tapHand(place.index);
-            else place.board.tapFoundation(place.index);
-        }
+        onTapped: place.tap()
         onMenuRequested: {
             if (!place.hasCard) return;
             menu.active = true;

@@ -75,6 +75,7 @@ Window {
                 text: qsTr("Done")
                 highlighted: true
                 onClicked: sheet.board.showRules = false
+                Accessible.onPressAction: clicked()
             }
         }
         Rectangle { Layout.fillWidth: true; height: 1; color: Qt.rgba(1, 1, 1, 0.12) }

@@ -58,6 +58,7 @@ Item {
                 text: qsTr("Done")
                 highlighted: true
                 onClicked: page.done()
+                Accessible.onPressAction: clicked()
             }
         }
         Rectangle { Layout.fillWidth: true; height: 1; color: Qt.rgba(1, 1, 1, 0.12) }
@@ -137,6 +138,7 @@ Item {
                                     highlighted: checked
                                     Accessible.role: Accessible.PageTab
                                     onClicked: page.preferences.handOnRight = modelData.right
+                                    Accessible.onPressAction: clicked()
                                 }
                             }
                         }

@@ -10,7 +10,8 @@ RowLayout {
     property string title
     property string detail
     property string icon
-    property alias checked: toggle.checked
+    // The preference's value; the switch follows it.
+    property bool checked
     property bool divided: false
     signal toggled(bool on)
 
@@ -51,6 +52,9 @@ RowLayout {
         objectName: row.objectName + "Switch"
         Layout.alignment: Qt.AlignVCenter
         Accessible.name: row.title
-        onToggled: row.toggled(checked)
+        checked: row.checked
+        // A click and an assistive tool's Toggle both change the switch; only a change that did
+        // not come from the preference goes back to it.
+        onCheckedChanged: if (checked !== row.checked) row.toggled(checked)
     }
 }

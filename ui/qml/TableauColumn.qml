@@ -67,6 +67,8 @@ Item {
 
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Column %1, %2 cards").arg(columnIndex + 1).arg(count)
+    // Pressed as a whole, the column is a destination, as a tap on the table below its cards.
+    Accessible.onPressAction: column.board.tapColumn(column.columnIndex)
 
     // The table under and below the cards names the column as a destination.
     MouseArea {
@@ -120,6 +122,12 @@ Item {
             Accessible.description: accessibleHint
             Accessible.selectable: true
             Accessible.selected: isSelected
+            // The keyboard's ring is the screen reader's focus too.
+            Accessible.focusable: true
+            Accessible.focused: column.board.focusRow === 1 && column.board.focusIndex === column.columnIndex
+                                && column.board.focusCardIndex === index
+            // An assistive tool's press is the player's tap.
+            Accessible.onPressAction: column.board.tapTableauCard(column.columnIndex, cardPlace.index)
 
             CardGestureArea {
                 anchors.fill: parent

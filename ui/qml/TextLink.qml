@@ -14,6 +14,7 @@ AbstractButton {
     onClicked: activated()
     Accessible.role: Accessible.Link
     Accessible.name: text
+    Accessible.onPressAction: clicked()
 
     contentItem: RowLayout {
         spacing: 5

@@ -27,6 +27,9 @@ Item {
         height: column.implicitHeight + 80
         radius: 24
         color: Qt.rgba(0.12, 0.14, 0.13, 0.86)
+        // Announced as it appears: the praise is the news.
+        Accessible.role: Accessible.Notification
+        Accessible.name: qsTr("Zelvaine Complete: %1 %2").arg(overlay.board.winMessage).arg(overlay.board.winSummary)
         border.color: Qt.rgba(1, 1, 1, 0.12)
 
         Column {
@@ -74,6 +77,7 @@ Item {
                 font.pixelSize: 16
                 font.weight: Font.DemiBold
                 onClicked: overlay.board.newGame()
+                Accessible.onPressAction: clicked()
                 // Prominent: the one thing to do next.
                 contentItem: Text {
                     text: parent.text
