@@ -41,10 +41,19 @@ Window {
 
     function close() { preferences.showSettings = false; }
 
+    // A window of its own inherits nothing from the game window: take its dark colours, so that
+    // buttons and switches here match the rest of the game.
+    Binding {
+        target: stack
+        property: "palette"
+        value: settings.transientParent ? settings.transientParent.contentItem.palette : null
+        when: settings.transientParent !== null && settings.transientParent.contentItem !== null
+    }
     StackView {
         id: stack
         objectName: "settingsStack"
         anchors.fill: parent
+
         // Plain property animations: they run wherever the window is drawn, offscreen too.
         pushEnter: Transition { NumberAnimation { property: "x"; from: stack.width; to: 0; duration: 220; easing.type: Easing.OutCubic } }
         pushExit: Transition { NumberAnimation { property: "x"; from: 0; to: -stack.width / 3; duration: 220; easing.type: Easing.OutCubic } }
