@@ -4,6 +4,7 @@
 #include "app/frame_timer.hpp"
 #include "app/qml_menu.hpp"
 #include "app/qt_localizer.hpp"
+#include "app/quit_signals.hpp"
 #include "app/renderer_choice.hpp"
 #include "app/translations.hpp"
 #include "app/update_feed.hpp"
@@ -20,6 +21,7 @@
 #include <QGuiApplication>
 #include <QIcon>
 #include <QPalette>
+#include <QSessionManager>
 #include <QTimer>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
@@ -66,6 +68,9 @@ int main(int argc, char** argv)
     if (commandLine.exitStatus) return *commandLine.exitStatus;
 
     QGuiApplication application(argc, argv);
+    // A logout, a shutdown or Ctrl+C ends the game like a closed window, saves included.
+    zelvaine::QuitSignals quitSignals;
+    QObject::connect(&quitSignals, &zelvaine::QuitSignals::received, &application, &QCoreApplication::quit);
     QGuiApplication::setApplicationName("Zelvaine");
     QGuiApplication::setOrganizationName("Zelvaine");
     QGuiApplication::setApplicationVersion(QString::fromLatin1(zelvaine::build::version));
@@ -121,6 +126,13 @@ int main(int argc, char** argv)
             Qt::SingleShotConnection);
     }
 
+    // Tests of the whole program stand in for a player who accepts every question.
+    if (commandLine.answerYes) {
+        QObject::connect(&board, &zelvaine::GameBoard::confirmationChanged, &board, [&board] {
+            if (board.confirmation() >= 0) board.confirm();
+        }, Qt::QueuedConnection);
+    }
+
     // A shared game named on the command line (the file manager opens .zelvaine files this way)
     // asks to be opened like one chosen in the game.
     if (commandLine.sharedGame) board.openGamePath(QString::fromLocal8Bit(*commandLine.sharedGame));
@@ -131,6 +143,12 @@ int main(int argc, char** argv)
         store.flushDeferredPersistence();
         defaults.flush();
     };
+    // Leaving for good, the automatic finish the player accepted is played out rather than left
+    // half-way.
+    const auto finishAndFlush = [&] {
+        board.completeAutomaticFinish();
+        flush();
+    };
     QObject::connect(&application, &QGuiApplication::applicationStateChanged, [flush](Qt::ApplicationState state) {
         if (state != Qt::ApplicationActive) flush();
     });
@@ -139,8 +157,13 @@ int main(int argc, char** argv)
             if (visibility == QWindow::Hidden || visibility == QWindow::Minimized) flush();
         });
     }
+#ifndef QT_NO_SESSIONMANAGER
+    // The session is ending; the session manager may still kill us without a quit.
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, [finishAndFlush](QSessionManager&) {
+        finishAndFlush();
+    });
+#endif
     const int status = QGuiApplication::exec();
-    store.flushDeferredPersistence();
-    defaults.flush();
+    finishAndFlush();
     return status;
 }
