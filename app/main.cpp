@@ -6,6 +6,7 @@
 #include "app/qt_localizer.hpp"
 #include "app/quit_signals.hpp"
 #include "app/renderer_choice.hpp"
+#include "app/single_instance.hpp"
 #include "app/translations.hpp"
 #include "app/update_feed.hpp"
 #include "app/updater.hpp"
@@ -78,6 +79,15 @@ int main(int argc, char** argv)
     zelvaine::chooseFastestRenderer();
     QGuiApplication::setPalette(darkPalette());
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/zelvaine.svg")));
+
+    // Before anything reads the saved game: a second game would save over this one's.
+    zelvaine::SingleInstance instance;
+    QStringList sharedGames;
+    if (commandLine.sharedGame) sharedGames << zelvaine::SingleInstance::fileUri(QString::fromLocal8Bit(*commandLine.sharedGame));
+    const QString activationToken = qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")
+                                        ? qEnvironmentVariable("XDG_ACTIVATION_TOKEN")
+                                        : qEnvironmentVariable("DESKTOP_STARTUP_ID");
+    if (instance.handOver(sharedGames, activationToken)) return 0;
     // For the start-up benchmark: the time from launch to the board's first frame.
     const bool quitAfterFirstFrame = commandLine.quitAfterFirstFrame;
 
@@ -135,7 +145,21 @@ int main(int argc, char** argv)
 
     // A shared game named on the command line (the file manager opens .zelvaine files this way)
     // asks to be opened like one chosen in the game.
-    if (commandLine.sharedGame) board.openGamePath(QString::fromLocal8Bit(*commandLine.sharedGame));
+    for (const QString& uri : sharedGames) board.openGamePath(uri);
+    // Another launch: the window comes forward, and its file is asked about like any other.
+    QObject::connect(&instance.requests(), &zelvaine::InstanceRequests::activate, &application,
+                     [window](const QString& token) {
+                         if (!window) return;
+                         // Lets the window manager give the focus to a launch the player made elsewhere.
+                         if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+                         if (window->visibility() == QWindow::Minimized) window->showNormal();
+                         window->show();
+                         window->raise();
+                         window->requestActivate();
+                     });
+    QObject::connect(&instance.requests(), &zelvaine::InstanceRequests::open, &board, [&board](const QStringList& uris) {
+        for (const QString& uri : uris) board.openGamePath(uri);
+    });
 
     // Deferred saves and the database's own writes must reach the disk when the player leaves:
     // the application goes inactive, or the game window is hidden or minimised.
