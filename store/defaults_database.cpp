@@ -373,6 +373,8 @@ std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(sqlite::Connection co
     if (result != SQLITE_OK) return nullptr;
     database->dataVersion_ = prepare(handle, "PRAGMA data_version", result);
     if (result != SQLITE_OK) return nullptr;
+    database->generation_ = prepare(handle, "SELECT kind, value FROM defaults WHERE key = ?1", result);
+    if (result != SQLITE_OK) return nullptr;
     database->runs_ = std::make_unique<RunsTable>(handle, std::move(runs));
     database->connection_ = std::move(connection);
     database->known_ = contents;
@@ -380,7 +382,7 @@ std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(sqlite::Connection co
     return database;
 }
 
-DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& changes)
+DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& changes, DefaultsGuard* guard)
 {
     sqlite3* handle = connection_.get();
     // Taking the write lock first means a busy file is waited for here, never half-way through.
@@ -400,9 +402,24 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         runs_->forget();
     }
 
+    // Read under the write lock, so that no other process can raise it between the check and
+    // the commit.
+    const std::string* held = nullptr; // the guarded key, when the file holds a newer one than ours
+    std::optional<std::int64_t> nextGeneration;
+    if (guard && changes.contains(guard->key)) {
+        std::int64_t generation = 0;
+        if (!readGeneration(guard->generationKey, generation)) return {false, 0, abandon()};
+        if (guard->retaking || generation == guard->expected) {
+            nextGeneration = generation + 1;
+        } else {
+            guard->overtaken = true;
+            held = &guard->key;
+        }
+    }
+
     std::size_t rows = 0;
     for (const auto& [key, value] : changes) {
-        if (holds(key, value)) continue;
+        if ((held && key == *held) || holds(key, value)) continue;
         bool written = false;
         if (!value) {
             written = erase(key);
@@ -414,6 +431,10 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         if (!written) return {false, 0, abandon()};
         ++rows;
     }
+    if (nextGeneration) {
+        if (!store(guard->generationKey, DefaultsValue(*nextGeneration))) return {false, 0, abandon()};
+        ++rows;
+    }
     if (rows > 0 && !runs_->reclaim()) return {false, 0, abandon()};
     if (rows == 0) {
         execute(handle, "ROLLBACK");
@@ -423,7 +444,15 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         abandon();
         return {false, 0, committed};
     }
-    for (const auto& [key, value] : changes) known_.insert_or_assign(key, value);
+    for (const auto& [key, value] : changes) {
+        if (!held || key != *held) known_.insert_or_assign(key, value);
+    }
+    if (nextGeneration) {
+        guard->expected = *nextGeneration;
+        guard->retaking = false;
+        guard->overtaken = false;
+        known_.insert_or_assign(guard->generationKey, std::make_shared<const DefaultsEntry>(DefaultsValue(*nextGeneration)));
+    }
     // Only worth it once a long game's worth of pages is free; a few free pages are reused by
     // the next saves anyway.
     int result = SQLITE_OK;
@@ -432,6 +461,22 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         execute(handle, "PRAGMA incremental_vacuum");
     }
     return {true, rows};
+}
+
+// A missing number, or one of another kind, counts as 0: no process has saved with a guard yet.
+bool DefaultsDatabase::readGeneration(const std::string& key, std::int64_t& generation)
+{
+    sqlite3_stmt* statement = generation_.get();
+    if (bindKey(statement, key) != SQLITE_OK) return false;
+    const int stepped = sqlite3_step(statement);
+    generation = 0;
+    if (stepped == SQLITE_ROW && sqlite3_column_int64(statement, 0) == static_cast<std::int64_t>(Kind::integer) &&
+        sqlite3_column_type(statement, 1) == SQLITE_INTEGER) {
+        generation = sqlite3_column_int64(statement, 1);
+    }
+    sqlite3_reset(statement);
+    sqlite3_clear_bindings(statement);
+    return stepped == SQLITE_ROW || stepped == SQLITE_DONE;
 }
 
 bool DefaultsDatabase::holds(const std::string& key, const SharedDefaultsValue& value) const

@@ -62,6 +62,16 @@ public:
     // Where the store set aside a damaged file it found at start, for the player to be told.
     virtual std::optional<std::string> keptAsideFile() const { return std::nullopt; }
 
+    // A key that another process on the same file may write too (a second display, a game that
+    // started beside another). Once guarded, the key is written only while the number stored
+    // under generationKey is still the one this store read at start or wrote last; each such
+    // write raises it in the same transaction. When another process raised it first, the writes
+    // of the key are dropped and overtaken() says so, until retake() adopts the file's number.
+    // A store only one process can use ignores this.
+    virtual void guard(std::string_view /*key*/, std::string_view /*generationKey*/) {}
+    virtual bool overtaken() const { return false; }
+    virtual void retake() {}
+
     std::optional<bool> boolean(std::string_view key) const { return as<bool>(key); }
     std::optional<std::int64_t> integer(std::string_view key) const { return as<std::int64_t>(key); }
     std::optional<std::string> text(std::string_view key) const { return as<std::string>(key); }

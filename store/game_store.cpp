@@ -84,15 +84,16 @@ GameStore::GameStore(std::optional<GameState> initialGame, DefaultsStore& defaul
             initialJson_ = std::move(saved->positions->initialState);
             historyJson_ = std::move(saved->positions->history);
             redoJson_ = std::move(saved->positions->redoHistory);
-            return;
+        } else {
+            historiesEncoded_ = false;
         }
-        historiesEncoded_ = false;
     } else {
         state_ = dealNewGame();
         initialState_ = state_;
     }
-    initialJson_ = encodePosition(initialState_);
+    if (!initialJson_) initialJson_ = encodePosition(initialState_);
     if (!shouldPersist_) return;
+    defaults_.guard(savedGameKey, savedGameGenerationKey);
     // Shown when the board appears; a player who finds a new deal must know why.
     if (auto kept = defaults_.keptAsideFile()) {
         messageKind_ = GameMessageKind::notice;
@@ -179,6 +180,11 @@ void GameStore::setChallenge(GameChallengeRecord challenge)
 
 void GameStore::replaceDeal(GameState current, GameState initial, GameChallengeRecord challenge)
 {
+    // A deal the player chose after being told may replace the other process's game.
+    if (shouldPersist_ && defaults_.overtaken()) {
+        defaults_.retake();
+        overtakenTold_ = false;
+    }
     // The plain properties first, so that observers of the new state see the whole new deal.
     initialState_ = std::move(initial);
     initialJson_ = encodePosition(initialState_);
@@ -468,8 +474,21 @@ void GameStore::persistNow()
     reportSaveHealth();
 }
 
+bool GameStore::reportOvertaken()
+{
+    if (overtakenTold_ || !defaults_.overtaken()) return false;
+    overtakenTold_ = true;
+    publishMessage(GameMessageKind::notice,
+                   localized(QT_TRANSLATE_NOOP("Zelvaine", "Another Zelvaine window saved its game after this one was opened. "
+                                                           "To keep that game, this window no longer saves; start a new "
+                                                           "game here to save again.")));
+    return true;
+}
+
 void GameStore::reportSaveHealth()
 {
+    // A window that no longer saves its game has said so; that its disk fails as well adds nothing.
+    if (reportOvertaken() || overtakenTold_) return;
     // The write just handed over is still on its way; what is known is whether the ones before
     // it arrived, which is soon enough for the player to stop or make room.
     const auto failure = defaults_.writeFailure();

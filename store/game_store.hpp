@@ -129,6 +129,8 @@ private:
     const EncodedPosition& stateJson();
     // Tells the player, once for each run of failures, that their game is not reaching the disk.
     void reportSaveHealth();
+    // Tells the player, once, that another process saved a game this one would overwrite.
+    bool reportOvertaken();
     void encodeRestoredHistories();
 
     DefaultsStore& defaults_;
@@ -161,6 +163,7 @@ private:
     // A restored game's histories are encoded at their first use rather than during start-up.
     bool historiesEncoded_ = true;
     bool saveFailureTold_ = false;
+    bool overtakenTold_ = false;
 };
 
 } // namespace zelvaine

@@ -14,6 +14,8 @@
 namespace zelvaine {
 
 inline constexpr std::string_view savedGameKey = "zelvaine.saved-game.v1";
+// Raised by every save: a game that finds it higher than it left it knows another process saved.
+inline constexpr std::string_view savedGameGenerationKey = "zelvaine.saved-game.generation";
 
 // The whole game as it is kept between runs.
 struct SavedGame {

@@ -150,6 +150,30 @@ std::optional<std::string> SqliteDefaultsStore::keptAsideFile() const
     return keptAsidePath_->string();
 }
 
+void SqliteDefaultsStore::guard(std::string_view key, std::string_view generationKey)
+{
+    std::lock_guard lock(mutex_);
+    DefaultsGuard guard{std::string(key), std::string(generationKey), 0, false, false};
+    // The number that goes with the value this process read at start.
+    if (auto entry = values_.find(generationKey); entry != values_.end()) {
+        if (const auto* number = std::get_if<std::int64_t>(&entry->second->value())) guard.expected = *number;
+    }
+    guardRequest_ = std::move(guard);
+}
+
+bool SqliteDefaultsStore::overtaken() const
+{
+    std::lock_guard lock(mutex_);
+    return overtaken_;
+}
+
+void SqliteDefaultsStore::retake()
+{
+    std::lock_guard lock(mutex_);
+    retakeRequested_ = true;
+    overtaken_ = false;
+}
+
 SqliteDefaultsStore::WriterCounts SqliteDefaultsStore::writerCounts() const
 {
     std::lock_guard lock(mutex_);
@@ -173,19 +197,26 @@ void SqliteDefaultsStore::runWriter()
         DefaultsChanges batch = std::exchange(pending_, {});
         const std::uint64_t covers = requested_;
         std::vector<SharedDefaultsValue> retired = std::exchange(retired_, {});
+        if (guardRequest_) {
+            writerGuard_ = std::move(*std::exchange(guardRequest_, std::nullopt));
+            guarded_ = true;
+        }
+        if (std::exchange(retakeRequested_, false)) writerGuard_.retaking = true;
         lock.unlock();
         retired.clear();
 
         DefaultsDatabase::WriteOutcome outcome;
         if (database_) {
             try {
-                outcome = database_->write(batch);
+                outcome = database_->write(batch, guarded_ ? &writerGuard_ : nullptr);
             } catch (...) {
                 // Out of memory while writing: the values stay pending for the next attempt.
             }
         }
 
         lock.lock();
+        // A retake asked for meanwhile is about the next batch; this one's verdict is stale.
+        if (guarded_ && !retakeRequested_) overtaken_ = writerGuard_.overtaken;
         if (database_) {
             if (outcome.committed) {
                 failure_.reset();

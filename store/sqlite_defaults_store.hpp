@@ -45,6 +45,10 @@ public:
     // failed changes stay pending and are tried again with the next write or flush.
     std::optional<DefaultsWriteFailure> writeFailure() const override;
     std::optional<std::string> keptAsideFile() const override;
+    // One guarded key per store; a second call replaces the first.
+    void guard(std::string_view key, std::string_view generationKey) override;
+    bool overtaken() const override;
+    void retake() override;
 
     const std::filesystem::path& file() const { return file_; }
     // The file found at start was damaged: it was set aside under keptAsidePath() and this run
@@ -84,6 +88,13 @@ private:
     bool holdRetry_ = false;
     bool stopping_ = false;
     std::optional<DefaultsWriteFailure> failure_;
+    // Handed to the writer with its next batch.
+    std::optional<DefaultsGuard> guardRequest_;
+    bool retakeRequested_ = false;
+    bool overtaken_ = false;
+    // The writer's own; it reports into overtaken_.
+    DefaultsGuard writerGuard_;
+    bool guarded_ = false;
     WriterCounts counts_;
     std::condition_variable writerWake_;
     std::condition_variable settledChanged_;

@@ -1042,6 +1042,10 @@
         <source>Zelvaine found its saved data damaged and kept it as %1.</source>
         <translation>Zelvaine hat seine gespeicherten Daten beschädigt vorgefunden und als %1 aufbewahrt.</translation>
     </message>
+    <message>
+        <source>Another Zelvaine window saved its game after this one was opened. To keep that game, this window no longer saves; start a new game here to save again.</source>
+        <translation>Ein anderes Zelvaine-Fenster hat sein Spiel gespeichert, nachdem dieses geöffnet wurde. Damit jenes Spiel erhalten bleibt, speichert dieses Fenster nicht mehr; beginne hier ein neues Spiel, um wieder zu speichern.</translation>
+    </message>
 </context>
 <context>
     <name>zelvaine::Updater</name>

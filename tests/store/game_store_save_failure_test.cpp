@@ -89,5 +89,34 @@ TEST_F(SaveFailureTest, AStoreWithItsOwnGameSaysNothingOfTheDisk)
     EXPECT_FALSE(store.message());
 }
 
+TEST_F(SaveFailureTest, AGameAnotherWindowSavedIsNotOverwrittenUntilThePlayerDealsAgain)
+{
+    GameStore store(std::nullopt, defaults, sound);
+    EXPECT_EQ(defaults.guarded, std::string(savedGameKey));
+    defaults.isOvertaken = true; // the other window's save was seen by the last commit
+    defaults.failure = DefaultsWriteFailure::busy;
+    store.persistNow();
+    ASSERT_TRUE(store.message());
+    EXPECT_TRUE(store.message()->starts_with("Another Zelvaine window saved its game")) << *store.message();
+    store.clearMessage();
+    store.persistNow();
+    EXPECT_FALSE(store.message()) << "told twice";
+    EXPECT_EQ(defaults.retakes, 0) << "undo, moves and restarts must not take the file back";
+    store.restartGame();
+    EXPECT_EQ(defaults.retakes, 0);
+
+    store.newGame();
+    EXPECT_EQ(defaults.retakes, 1);
+    defaults.isOvertaken = true; // overtaken once more, later on
+    store.persistNow();
+    EXPECT_TRUE(store.message() && store.message()->starts_with("Another Zelvaine window"));
+}
+
+TEST_F(SaveFailureTest, AStoreWithItsOwnGameGuardsNothing)
+{
+    GameStore store(dealNewGame(), defaults, sound);
+    EXPECT_FALSE(defaults.guarded);
+}
+
 } // namespace
 } // namespace zelvaine
