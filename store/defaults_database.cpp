@@ -209,13 +209,13 @@ Contents readContents(sqlite3* connection)
     return contents;
 }
 
-sqlite::Connection connect(const std::string& name, int flags, int& result)
+sqlite::Connection connect(const std::string& name, int flags, int lockWaitMilliseconds, int& result)
 {
     sqlite3* handle = nullptr;
     result = sqlite3_open_v2(name.c_str(), &handle, flags, nullptr);
     sqlite::Connection connection(handle); // a failed open still allocates a handle
     if (result != SQLITE_OK) return nullptr;
-    sqlite3_busy_timeout(handle, kBusyTimeoutMilliseconds);
+    sqlite3_busy_timeout(handle, lockWaitMilliseconds);
     // Turns more kinds of page damage into SQLITE_CORRUPT at the moment the page is read.
     execute(handle, "PRAGMA cell_size_check=ON");
     return connection;
@@ -250,7 +250,7 @@ void closeWithoutCheckpoint(sqlite::Connection connection)
 // Switching to the write-ahead log needs the file to itself for a moment, and SQLite does not
 // wait for that as it waits for locks: another instance starting at the same time is waited
 // for here. Should the switch never come, the rollback journal is just as atomic, only slower.
-bool useWriteAheadLog(sqlite3* connection)
+bool useWriteAheadLog(sqlite3* connection, int lockWaitMilliseconds)
 {
     constexpr int stepMilliseconds = 5;
     for (int waited = 0;; waited += stepMilliseconds) {
@@ -258,7 +258,7 @@ bool useWriteAheadLog(sqlite3* connection)
         const auto mode = queryOne<std::string>(connection, "PRAGMA journal_mode=WAL", result);
         if (mode && *mode == "wal") return true;
         if (!mode && (result & 0xff) != SQLITE_BUSY) return false;
-        if (waited >= kBusyTimeoutMilliseconds) return mode.has_value();
+        if (waited >= lockWaitMilliseconds) return mode.has_value();
         std::this_thread::sleep_for(std::chrono::milliseconds(stepMilliseconds));
     }
 }
@@ -282,7 +282,8 @@ bool upgradeSchema(sqlite3* connection)
     return false;
 }
 
-std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connection, Contents& contents)
+std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connection, Contents& contents,
+                                                     int lockWaitMilliseconds)
 {
     sqlite3* handle = connection.get();
     if (sqlite3_db_readonly(handle, "main") != 0) return nullptr;
@@ -296,7 +297,7 @@ std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connectio
     // with the frames before it, is complete; a crash at any moment leaves the file at the last
     // whole commit. FULL also syncs the log at every commit, so a flush survives a power loss
     // too, not just a crash of the program; the price is paid on the writer thread.
-    if (!useWriteAheadLog(handle)) return nullptr;
+    if (!useWriteAheadLog(handle, lockWaitMilliseconds)) return nullptr;
     if (execute(handle, "PRAGMA synchronous=FULL") != SQLITE_OK) return nullptr;
     if (contents.fresh) {
         if (!createTable(handle)) return nullptr;
@@ -310,6 +311,9 @@ std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connectio
         if (upgraded.state != DefaultsFileState::usable) return nullptr;
         contents = std::move(upgraded);
     }
+    // From now on the connection writes, and waits for another instance's commits as long as
+    // they may take.
+    sqlite3_busy_timeout(handle, kBusyTimeoutMilliseconds);
     return DefaultsDatabase::create(std::move(connection), contents.values, contents.dataVersion,
                                     std::move(contents.runs));
 }
@@ -556,11 +560,12 @@ DefaultsWriteFailure writeFailureOf(int result)
     }
 }
 
-OpenedDefaults openDefaultsDatabase(const fs::path& file)
+OpenedDefaults openDefaultsDatabase(const fs::path& file, std::chrono::milliseconds lockWait)
 {
     OpenedDefaults opened;
     int result = SQLITE_OK;
-    auto connection = connect(file.string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, result);
+    const int wait = static_cast<int>(lockWait.count());
+    auto connection = connect(file.string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, wait, result);
     Contents contents = connection ? readContents(connection.get()) : failed(result);
 
     // A folder we may not write to can still hold a file we can read. Without its "-shm"
@@ -571,7 +576,7 @@ OpenedDefaults openDefaultsDatabase(const fs::path& file)
         for (const auto& [name, flags] : {std::pair{file.string(), SQLITE_OPEN_READONLY},
                                           std::pair{immutableUri(file), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI}}) {
             connection.reset();
-            connection = connect(name, flags, result);
+            connection = connect(name, flags, wait, result);
             contents = connection ? readContents(connection.get()) : failed(result);
             if (contents.state != DefaultsFileState::unavailable || (contents.failure & 0xff) == SQLITE_BUSY) break;
         }
@@ -595,7 +600,7 @@ OpenedDefaults openDefaultsDatabase(const fs::path& file)
     opened.state = DefaultsFileState::usable;
     sqlite3* handle = connection.get();
     const bool readOnly = sqlite3_db_readonly(handle, "main") != 0;
-    opened.database = prepareForWriting(std::move(connection), contents);
+    opened.database = prepareForWriting(std::move(connection), contents, wait);
     if (!opened.database) opened.failure = readOnly ? SQLITE_READONLY : SQLITE_CANTOPEN;
     opened.values = std::move(contents.values);
     return opened;

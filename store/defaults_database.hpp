@@ -3,6 +3,7 @@
 #include "store/defaults_runs.hpp"
 #include "store/defaults_store.hpp"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -125,8 +126,10 @@ struct OpenedDefaults {
 // What a SQLite result code means for the player's saves.
 DefaultsWriteFailure writeFailureOf(int result);
 
-// Opens the file, creating it and its table when missing, and reads everything in it. A damaged
-// file is left as it was found: nothing is written to it and no checkpoint runs on closing.
-OpenedDefaults openDefaultsDatabase(const std::filesystem::path& file);
+// Opens the file, creating it and its table when missing, and reads everything in it, waiting up
+// to `lockWait` for another instance that holds it locked. A damaged file is left as it was
+// found: nothing is written to it and no checkpoint runs on closing.
+OpenedDefaults openDefaultsDatabase(const std::filesystem::path& file,
+                                    std::chrono::milliseconds lockWait = std::chrono::seconds(2));
 
 } // namespace zelvaine

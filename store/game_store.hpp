@@ -164,6 +164,9 @@ private:
     bool historiesEncoded_ = true;
     bool saveFailureTold_ = false;
     bool overtakenTold_ = false;
+    // A saved game found damaged at start: where it was kept, or that it could not be.
+    std::optional<std::string> damagedGameKeptAs_;
+    bool damagedGameLost_ = false;
 };
 
 } // namespace zelvaine

@@ -59,6 +59,8 @@ enum class RestoredFrom { savedGame, position, none };
 struct RestoredGame {
     RestoredFrom from = RestoredFrom::none;
     std::optional<SavedGame> game;
+    // Nothing restored because the game was over, not because the value was damaged.
+    bool finished = false;
 };
 
 // What a store makes of a stored value at start: the saved game when every position in it is

@@ -118,5 +118,17 @@ TEST_F(SaveFailureTest, AStoreWithItsOwnGameGuardsNothing)
     EXPECT_FALSE(defaults.guarded);
 }
 
+TEST_F(SaveFailureTest, ADamagedSavedGameIsKeptAsideBeforeTheNewDealReplacesIt)
+{
+    const std::string damaged = R"({"currentState":{"tableau":[[)";
+    defaults.inner.set(savedGameKey, DefaultsData(damaged.begin(), damaged.end()));
+    GameStore store(std::nullopt, defaults, sound);
+    ASSERT_TRUE(store.message());
+    EXPECT_NE(store.message()->find("kept it as zelvaine.saved-game.v1.damaged"), std::string::npos) << *store.message();
+    store.newGame();
+    EXPECT_EQ(defaults.inner.data("zelvaine.saved-game.v1.damaged"), DefaultsData(damaged.begin(), damaged.end()));
+    EXPECT_NE(defaults.inner.data(savedGameKey), DefaultsData(damaged.begin(), damaged.end()));
+}
+
 } // namespace
 } // namespace zelvaine
