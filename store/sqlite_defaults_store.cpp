@@ -294,7 +294,9 @@ void SqliteDefaultsStore::runWriter()
         } else if (database_ || awaitingFile_) {
             // Newer values that came in meanwhile win over the ones that failed.
             pending_.merge(batch);
-            holdRetry_ = true;
+            // A write or flush that came in meanwhile asked for an attempt after this one; holding
+            // back then would leave a flush waiting for ever.
+            if (requested_ == covers) holdRetry_ = true;
         }
         settled_ = covers;
         settledChanged_.notify_all();
