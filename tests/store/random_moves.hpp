@@ -11,7 +11,7 @@
 namespace zelvaine::testing {
 
 // Plays one random legal move, cards from the foundations included so that the game never runs
-// dry, or steps back when none is left. `announce` hears the digest of the game the step saves
+// dry, or steps back when none is left (and does nothing when it cannot). `announce` hears the digest of the game the step saves
 // before the store is asked, so that a test knows every game that may reach the disk.
 template <class Announce>
 void playRandomStep(GameStore& store, std::mt19937_64& random, Announce&& announce)
@@ -36,6 +36,7 @@ void playRandomStep(GameStore& store, std::mt19937_64& random, Announce&& announ
     for (std::int64_t f = 0; f < 8; ++f) collect(MoveSource::foundation(f));
 
     if (legal.empty()) {
+        if (store.history().empty()) return;
         announce(gameDigest(store.history().back(), store.history().size() - 1, store.redoHistory().size() + 1));
         store.undo();
         return;
