@@ -7,12 +7,12 @@
 #include "store/game_document.hpp"
 #include "store/saved_game.hpp"
 #include "store/sqlite_defaults_store.hpp"
+#include "tests/store/sqlite_defaults_test_support.hpp"
 
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -30,24 +30,13 @@ class GameHome {
 public:
     GameHome()
     {
-        static std::atomic<int> counter{0};
-        path_ = std::filesystem::temp_directory_path() /
-                ("zelvaine-game-" + std::to_string(getpid()) + "-" + std::to_string(counter++));
-        std::filesystem::remove_all(path_);
-        std::filesystem::create_directories(path_ / "data");
-        std::filesystem::create_directories(path_ / "runtime");
-        std::filesystem::permissions(path_ / "runtime", std::filesystem::perms::owner_all);
-    }
-    GameHome(const GameHome&) = delete;
-    GameHome& operator=(const GameHome&) = delete;
-    ~GameHome()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
+        std::filesystem::create_directories(path() / "data");
+        std::filesystem::create_directories(path() / "runtime");
+        std::filesystem::permissions(path() / "runtime", std::filesystem::perms::owner_all);
     }
 
-    const std::filesystem::path& path() const { return path_; }
-    std::filesystem::path database() const { return path_ / "data" / "zelvaine" / "defaults.sqlite3"; }
+    const std::filesystem::path& path() const { return folder_.path(); }
+    std::filesystem::path database() const { return path() / "data" / "zelvaine" / "defaults.sqlite3"; }
 
     // Starts the game; `environment` adds NAME=VALUE entries, or removes NAME when given as
     // "NAME" alone. Without a bus address of the test's own, the game finds no session bus.
@@ -62,8 +51,8 @@ public:
             if (setting.find('=') != std::string::npos) settings.push_back(setting);
         };
         for (const std::string& setting :
-             {std::string("QT_QPA_PLATFORM=offscreen"), "XDG_DATA_HOME=" + (path_ / "data").string(),
-              "XDG_RUNTIME_DIR=" + (path_ / "runtime").string(), std::string("DBUS_SESSION_BUS_ADDRESS"),
+             {std::string("QT_QPA_PLATFORM=offscreen"), "XDG_DATA_HOME=" + (path() / "data").string(),
+              "XDG_RUNTIME_DIR=" + (path() / "runtime").string(), std::string("DBUS_SESSION_BUS_ADDRESS"),
               std::string("ALSOFT_DRIVERS=null")})
             replace(setting);
         for (const std::string& setting : environment) replace(setting);
@@ -85,7 +74,7 @@ public:
     // A shared game file in the scratch folder.
     std::filesystem::path writeGame(const std::string& name, const GameState& current, const GameState& restart) const
     {
-        const std::filesystem::path file = path_ / name;
+        const std::filesystem::path file = path() / name;
         std::ofstream(file, std::ios::binary) << ZelvaineGameDocument::fromStates(current, restart).encode();
         return file;
     }
@@ -109,7 +98,7 @@ public:
     }
 
 private:
-    std::filesystem::path path_;
+    DefaultsScratchFolder folder_;
 };
 
 // Polls until `holds` is true; false when the game took far longer than it ever should.

@@ -59,6 +59,36 @@ private:
     pid_t pid_ = -1;
 };
 
+// The desktop's side of the bus: a connection of the test's own, which needs an application object.
+class BusClient {
+public:
+    explicit BusClient(const PrivateBus& bus)
+        : application_(argc_, argv_),
+          connection_(QDBusConnection::connectToBus(QString::fromStdString(bus.address()), "desktop"))
+    {
+    }
+    BusClient(const BusClient&) = delete;
+    BusClient& operator=(const BusClient&) = delete;
+    ~BusClient() { QDBusConnection::disconnectFromBus("desktop"); }
+
+    QDBusConnection& connection() { return connection_; }
+    QDBusMessage callGame(const QString& method, const QVariantList& arguments)
+    {
+        QDBusMessage call = QDBusMessage::createMethodCall(QString::fromLatin1(applicationId),
+                                                           QString::fromLatin1(applicationObjectPath),
+                                                           "org.freedesktop.Application", method);
+        call.setArguments(arguments);
+        return connection_.call(call, QDBus::Block, 30000);
+    }
+
+private:
+    int argc_ = 1;
+    char name_[8] = "desktop";
+    char* argv_[2] = {name_, nullptr};
+    QCoreApplication application_;
+    QDBusConnection connection_;
+};
+
 class SingleInstanceTest : public ::testing::Test {
 protected:
     // A shared game told apart from the running one by its move count.
@@ -88,16 +118,12 @@ protected:
 TEST_F(SingleInstanceTest, ASecondLaunchOnTheSessionBusHandsItsFileOverAndEnds)
 {
     const PrivateBus bus(home);
-    int argc = 1;
-    char name[] = "single_instance_test";
-    char* argv[] = {name, nullptr};
-    QCoreApplication application(argc, argv);
-    QDBusConnection connection = QDBusConnection::connectToBus(QString::fromStdString(bus.address()), "test");
-    ASSERT_TRUE(connection.isConnected());
+    BusClient desktop(bus);
+    ASSERT_TRUE(desktop.connection().isConnected());
 
     const pid_t first = home.start(ZELVAINE_GAME, {"--answer-yes"}, {bus.setting()});
     ASSERT_TRUE(testing::eventually([&] {
-        return connection.interface()->isServiceRegistered(QString::fromLatin1(applicationId)).value();
+        return desktop.connection().interface()->isServiceRegistered(QString::fromLatin1(applicationId)).value();
     })) << "the game never took its name on the bus";
 
     // No file: the running game only comes forward.
@@ -112,40 +138,27 @@ TEST_F(SingleInstanceTest, ASecondLaunchOnTheSessionBusHandsItsFileOverAndEnds)
     EXPECT_TRUE(testing::eventually([&] { return openedSharedGame(); })) << "the running game did not open the file";
 
     // The desktop itself asks through the freedesktop interface.
-    QDBusMessage activate = QDBusMessage::createMethodCall(QString::fromLatin1(applicationId),
-                                                           QString::fromLatin1(applicationObjectPath),
-                                                           "org.freedesktop.Application", "Activate");
-    activate << QVariantMap{{"activation-token", "test-token"}};
-    EXPECT_EQ(connection.call(activate).type(), QDBusMessage::ReplyMessage);
-
+    EXPECT_EQ(desktop.callGame("Activate", {QVariantMap{{"activation-token", "test-token"}}}).type(),
+              QDBusMessage::ReplyMessage);
     stop(first);
-    QDBusConnection::disconnectFromBus("test");
 }
 
 TEST_F(SingleInstanceTest, TheDesktopStartsTheGameThroughTheBusWithAFileToOpen)
 {
     const PrivateBus bus(home);
-    int argc = 1;
-    char name[] = "single_instance_test";
-    char* argv[] = {name, nullptr};
-    QCoreApplication application(argc, argv);
-    QDBusConnection connection = QDBusConnection::connectToBus(QString::fromStdString(bus.address()), "desktop");
-    ASSERT_TRUE(connection.isConnected());
+    BusClient desktop(bus);
+    ASSERT_TRUE(desktop.connection().isConnected());
 
     // As a DBusActivatable desktop entry is opened: no process, only a call to the entry's name.
-    QDBusMessage open = QDBusMessage::createMethodCall(QString::fromLatin1(applicationId),
-                                                       QString::fromLatin1(applicationObjectPath),
-                                                       "org.freedesktop.Application", "Open");
-    open << QStringList{SingleInstance::fileUri(QString::fromStdString(sharedGame().string()))} << QVariantMap{};
-    const QDBusMessage reply = connection.call(open, QDBus::Block, 30000);
+    const QDBusMessage reply = desktop.callGame(
+        "Open", {QStringList{SingleInstance::fileUri(QString::fromStdString(sharedGame().string()))}, QVariantMap{}});
     EXPECT_EQ(reply.type(), QDBusMessage::ReplyMessage) << reply.errorMessage().toStdString();
     EXPECT_TRUE(testing::eventually([&] { return openedSharedGame(); })) << "the started game did not open the file";
 
-    const auto game = connection.interface()->servicePid(QString::fromLatin1(applicationId));
+    const auto game = desktop.connection().interface()->servicePid(QString::fromLatin1(applicationId));
     ASSERT_TRUE(game.isValid());
     kill(static_cast<pid_t>(game.value()), SIGTERM);
     EXPECT_TRUE(testing::eventually([&] { return kill(static_cast<pid_t>(game.value()), 0) != 0; }));
-    QDBusConnection::disconnectFromBus("desktop");
 }
 
 TEST_F(SingleInstanceTest, WithoutASessionBusASecondLaunchHandsItsFileOverThroughTheSocket)

@@ -34,21 +34,26 @@ void save(SqliteDefaultsStore& store, std::string_view text, bool asRuns = false
     store.flush();
 }
 
+// Two stores that loaded the same file; the second saves first, then the first tries.
 class GuardTest : public ::testing::TestWithParam<bool> {
 protected:
+    void bothLoadThenSecondSavesFirst()
+    {
+        first.guard(game, generation);
+        second.guard(game, generation);
+        save(second, "second's game", runs);
+        save(first, "first's game", runs);
+    }
+
     DefaultsScratchFolder folder;
+    const bool runs = GetParam();
+    SqliteDefaultsStore first{folder.file()};
+    SqliteDefaultsStore second{folder.file()};
 };
 
 TEST_P(GuardTest, TheFirstToSaveAfterBothLoadedWinsAndTheOtherIsTold)
 {
-    const bool runs = GetParam();
-    SqliteDefaultsStore first(folder.file());
-    SqliteDefaultsStore second(folder.file());
-    first.guard(game, generation);
-    second.guard(game, generation);
-
-    save(second, "second's game", runs);
-    save(first, "first's game", runs);
+    bothLoadThenSecondSavesFirst();
     EXPECT_TRUE(first.overtaken());
     EXPECT_FALSE(second.overtaken());
     EXPECT_EQ(onDisk(folder), bytes("second's game"));
@@ -69,13 +74,7 @@ TEST_P(GuardTest, TheFirstToSaveAfterBothLoadedWinsAndTheOtherIsTold)
 
 TEST_P(GuardTest, RetakingAdoptsTheFileAndTheOtherBecomesTheOneTold)
 {
-    const bool runs = GetParam();
-    SqliteDefaultsStore first(folder.file());
-    SqliteDefaultsStore second(folder.file());
-    first.guard(game, generation);
-    second.guard(game, generation);
-    save(second, "second's game", runs);
-    save(first, "first's game", runs);
+    bothLoadThenSecondSavesFirst();
     ASSERT_TRUE(first.overtaken());
 
     first.retake();
@@ -91,13 +90,9 @@ TEST_P(GuardTest, RetakingAdoptsTheFileAndTheOtherBecomesTheOneTold)
 
 TEST_P(GuardTest, AStoreOpenedAfterAnotherSavedGoesOnFromItsSave)
 {
-    const bool runs = GetParam();
-    {
-        SqliteDefaultsStore earlier(folder.file());
-        earlier.guard(game, generation);
-        save(earlier, "earlier game", runs);
-        save(earlier, "earlier game, a move on", runs);
-    }
+    first.guard(game, generation);
+    save(first, "earlier game", runs);
+    save(first, "earlier game, a move on", runs);
     SqliteDefaultsStore later(folder.file());
     later.guard(game, generation);
     save(later, "later game", runs);
