@@ -81,6 +81,10 @@ CommandLine readCommandLine(int argc, const char* const* argv, std::ostream& out
             result.quitAfterFirstFrame = true;
             continue;
         }
+        if (argument == "--answer-yes") {
+            result.answerYes = true;
+            continue;
+        }
         constexpr std::string_view updateOption = "--update-configuration";
         if (argument.starts_with(updateOption)) {
             const std::string_view rest = argument.substr(updateOption.size());

@@ -13,6 +13,9 @@ struct CommandLine {
     std::optional<std::string> sharedGame;          // a .zelvaine file to open, as the file manager passes it
     std::optional<std::string> updateConfiguration; // --update-configuration=FILE
     bool quitAfterFirstFrame = false;               // for the start-up benchmark
+    // For tests of the whole program: every question the game asks is answered yes, as if the
+    // player had pressed Return. Not in --help: no player needs it.
+    bool answerYes = false;
     std::optional<int> exitStatus;                  // set when the command line has been answered already
 };
 

@@ -4,7 +4,9 @@
 #include "app/frame_timer.hpp"
 #include "app/qml_menu.hpp"
 #include "app/qt_localizer.hpp"
+#include "app/quit_signals.hpp"
 #include "app/renderer_choice.hpp"
+#include "app/single_instance.hpp"
 #include "app/translations.hpp"
 #include "app/update_feed.hpp"
 #include "app/updater.hpp"
@@ -20,6 +22,7 @@
 #include <QGuiApplication>
 #include <QIcon>
 #include <QPalette>
+#include <QSessionManager>
 #include <QTimer>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
@@ -66,6 +69,9 @@ int main(int argc, char** argv)
     if (commandLine.exitStatus) return *commandLine.exitStatus;
 
     QGuiApplication application(argc, argv);
+    // A logout, a shutdown or Ctrl+C ends the game like a closed window, saves included.
+    zelvaine::QuitSignals quitSignals;
+    QObject::connect(&quitSignals, &zelvaine::QuitSignals::received, &application, &QCoreApplication::quit);
     QGuiApplication::setApplicationName("Zelvaine");
     QGuiApplication::setOrganizationName("Zelvaine");
     QGuiApplication::setApplicationVersion(QString::fromLatin1(zelvaine::build::version));
@@ -73,6 +79,15 @@ int main(int argc, char** argv)
     zelvaine::chooseFastestRenderer();
     QGuiApplication::setPalette(darkPalette());
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/zelvaine.svg")));
+
+    // Before anything reads the saved game: a second game would save over this one's.
+    zelvaine::SingleInstance instance;
+    QStringList sharedGames;
+    if (commandLine.sharedGame) sharedGames << zelvaine::SingleInstance::fileUri(QString::fromLocal8Bit(*commandLine.sharedGame));
+    const QString activationToken = qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")
+                                        ? qEnvironmentVariable("XDG_ACTIVATION_TOKEN")
+                                        : qEnvironmentVariable("DESKTOP_STARTUP_ID");
+    if (instance.handOver(sharedGames, activationToken)) return 0;
     // For the start-up benchmark: the time from launch to the board's first frame.
     const bool quitAfterFirstFrame = commandLine.quitAfterFirstFrame;
 
@@ -121,15 +136,42 @@ int main(int argc, char** argv)
             Qt::SingleShotConnection);
     }
 
+    // Tests of the whole program stand in for a player who accepts every question.
+    if (commandLine.answerYes) {
+        QObject::connect(&board, &zelvaine::GameBoard::confirmationChanged, &board, [&board] {
+            if (board.confirmation() >= 0) board.confirm();
+        }, Qt::QueuedConnection);
+    }
+
     // A shared game named on the command line (the file manager opens .zelvaine files this way)
     // asks to be opened like one chosen in the game.
-    if (commandLine.sharedGame) board.openGamePath(QString::fromLocal8Bit(*commandLine.sharedGame));
+    for (const QString& uri : sharedGames) board.openGamePath(uri);
+    // Another launch: the window comes forward, and its file is asked about like any other.
+    QObject::connect(&instance.requests(), &zelvaine::InstanceRequests::activate, &application,
+                     [window](const QString& token) {
+                         if (!window) return;
+                         // Lets the window manager give the focus to a launch the player made elsewhere.
+                         if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+                         if (window->visibility() == QWindow::Minimized) window->showNormal();
+                         window->show();
+                         window->raise();
+                         window->requestActivate();
+                     });
+    QObject::connect(&instance.requests(), &zelvaine::InstanceRequests::open, &board, [&board](const QStringList& uris) {
+        for (const QString& uri : uris) board.openGamePath(uri);
+    });
 
     // Deferred saves and the database's own writes must reach the disk when the player leaves:
     // the application goes inactive, or the game window is hidden or minimised.
     const auto flush = [&] {
         store.flushDeferredPersistence();
         defaults.flush();
+    };
+    // Leaving for good, the automatic finish the player accepted is played out rather than left
+    // half-way.
+    const auto finishAndFlush = [&] {
+        board.completeAutomaticFinish();
+        flush();
     };
     QObject::connect(&application, &QGuiApplication::applicationStateChanged, [flush](Qt::ApplicationState state) {
         if (state != Qt::ApplicationActive) flush();
@@ -139,8 +181,13 @@ int main(int argc, char** argv)
             if (visibility == QWindow::Hidden || visibility == QWindow::Minimized) flush();
         });
     }
+#ifndef QT_NO_SESSIONMANAGER
+    // The session is ending; the session manager may still kill us without a quit.
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, [finishAndFlush](QSessionManager&) {
+        finishAndFlush();
+    });
+#endif
     const int status = QGuiApplication::exec();
-    store.flushDeferredPersistence();
-    defaults.flush();
+    finishAndFlush();
     return status;
 }

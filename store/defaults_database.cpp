@@ -209,13 +209,13 @@ Contents readContents(sqlite3* connection)
     return contents;
 }
 
-sqlite::Connection connect(const std::string& name, int flags, int& result)
+sqlite::Connection connect(const std::string& name, int flags, int lockWaitMilliseconds, int& result)
 {
     sqlite3* handle = nullptr;
     result = sqlite3_open_v2(name.c_str(), &handle, flags, nullptr);
     sqlite::Connection connection(handle); // a failed open still allocates a handle
     if (result != SQLITE_OK) return nullptr;
-    sqlite3_busy_timeout(handle, kBusyTimeoutMilliseconds);
+    sqlite3_busy_timeout(handle, lockWaitMilliseconds);
     // Turns more kinds of page damage into SQLITE_CORRUPT at the moment the page is read.
     execute(handle, "PRAGMA cell_size_check=ON");
     return connection;
@@ -250,7 +250,7 @@ void closeWithoutCheckpoint(sqlite::Connection connection)
 // Switching to the write-ahead log needs the file to itself for a moment, and SQLite does not
 // wait for that as it waits for locks: another instance starting at the same time is waited
 // for here. Should the switch never come, the rollback journal is just as atomic, only slower.
-bool useWriteAheadLog(sqlite3* connection)
+bool useWriteAheadLog(sqlite3* connection, int lockWaitMilliseconds)
 {
     constexpr int stepMilliseconds = 5;
     for (int waited = 0;; waited += stepMilliseconds) {
@@ -258,7 +258,7 @@ bool useWriteAheadLog(sqlite3* connection)
         const auto mode = queryOne<std::string>(connection, "PRAGMA journal_mode=WAL", result);
         if (mode && *mode == "wal") return true;
         if (!mode && (result & 0xff) != SQLITE_BUSY) return false;
-        if (waited >= kBusyTimeoutMilliseconds) return mode.has_value();
+        if (waited >= lockWaitMilliseconds) return mode.has_value();
         std::this_thread::sleep_for(std::chrono::milliseconds(stepMilliseconds));
     }
 }
@@ -282,7 +282,8 @@ bool upgradeSchema(sqlite3* connection)
     return false;
 }
 
-std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connection, Contents& contents)
+std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connection, Contents& contents,
+                                                     int lockWaitMilliseconds)
 {
     sqlite3* handle = connection.get();
     if (sqlite3_db_readonly(handle, "main") != 0) return nullptr;
@@ -296,7 +297,7 @@ std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connectio
     // with the frames before it, is complete; a crash at any moment leaves the file at the last
     // whole commit. FULL also syncs the log at every commit, so a flush survives a power loss
     // too, not just a crash of the program; the price is paid on the writer thread.
-    if (!useWriteAheadLog(handle)) return nullptr;
+    if (!useWriteAheadLog(handle, lockWaitMilliseconds)) return nullptr;
     if (execute(handle, "PRAGMA synchronous=FULL") != SQLITE_OK) return nullptr;
     if (contents.fresh) {
         if (!createTable(handle)) return nullptr;
@@ -310,6 +311,9 @@ std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connectio
         if (upgraded.state != DefaultsFileState::usable) return nullptr;
         contents = std::move(upgraded);
     }
+    // From now on the connection writes, and waits for another instance's commits as long as
+    // they may take.
+    sqlite3_busy_timeout(handle, kBusyTimeoutMilliseconds);
     return DefaultsDatabase::create(std::move(connection), contents.values, contents.dataVersion,
                                     std::move(contents.runs));
 }
@@ -373,6 +377,8 @@ std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(sqlite::Connection co
     if (result != SQLITE_OK) return nullptr;
     database->dataVersion_ = prepare(handle, "PRAGMA data_version", result);
     if (result != SQLITE_OK) return nullptr;
+    database->generation_ = prepare(handle, "SELECT kind, value FROM defaults WHERE key = ?1", result);
+    if (result != SQLITE_OK) return nullptr;
     database->runs_ = std::make_unique<RunsTable>(handle, std::move(runs));
     database->connection_ = std::move(connection);
     database->known_ = contents;
@@ -380,7 +386,7 @@ std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(sqlite::Connection co
     return database;
 }
 
-DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& changes)
+DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& changes, DefaultsGuard* guard)
 {
     sqlite3* handle = connection_.get();
     // Taking the write lock first means a busy file is waited for here, never half-way through.
@@ -400,9 +406,24 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         runs_->forget();
     }
 
+    // Read under the write lock, so that no other process can raise it between the check and
+    // the commit.
+    const std::string* held = nullptr; // the guarded key, when the file holds a newer one than ours
+    std::optional<std::int64_t> nextGeneration;
+    if (guard && changes.contains(guard->key)) {
+        std::int64_t generation = 0;
+        if (!readGeneration(guard->generationKey, generation)) return {false, 0, abandon()};
+        if (guard->retaking || generation == guard->expected) {
+            nextGeneration = generation + 1;
+        } else {
+            guard->overtaken = true;
+            held = &guard->key;
+        }
+    }
+
     std::size_t rows = 0;
     for (const auto& [key, value] : changes) {
-        if (holds(key, value)) continue;
+        if ((held && key == *held) || holds(key, value)) continue;
         bool written = false;
         if (!value) {
             written = erase(key);
@@ -414,6 +435,10 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         if (!written) return {false, 0, abandon()};
         ++rows;
     }
+    if (nextGeneration) {
+        if (!store(guard->generationKey, DefaultsValue(*nextGeneration))) return {false, 0, abandon()};
+        ++rows;
+    }
     if (rows > 0 && !runs_->reclaim()) return {false, 0, abandon()};
     if (rows == 0) {
         execute(handle, "ROLLBACK");
@@ -423,7 +448,15 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         abandon();
         return {false, 0, committed};
     }
-    for (const auto& [key, value] : changes) known_.insert_or_assign(key, value);
+    for (const auto& [key, value] : changes) {
+        if (!held || key != *held) known_.insert_or_assign(key, value);
+    }
+    if (nextGeneration) {
+        guard->expected = *nextGeneration;
+        guard->retaking = false;
+        guard->overtaken = false;
+        known_.insert_or_assign(guard->generationKey, std::make_shared<const DefaultsEntry>(DefaultsValue(*nextGeneration)));
+    }
     // Only worth it once a long game's worth of pages is free; a few free pages are reused by
     // the next saves anyway.
     int result = SQLITE_OK;
@@ -432,6 +465,22 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         execute(handle, "PRAGMA incremental_vacuum");
     }
     return {true, rows};
+}
+
+// A missing number, or one of another kind, counts as 0: no process has saved with a guard yet.
+bool DefaultsDatabase::readGeneration(const std::string& key, std::int64_t& generation)
+{
+    sqlite3_stmt* statement = generation_.get();
+    if (bindKey(statement, key) != SQLITE_OK) return false;
+    const int stepped = sqlite3_step(statement);
+    generation = 0;
+    if (stepped == SQLITE_ROW && sqlite3_column_int64(statement, 0) == static_cast<std::int64_t>(Kind::integer) &&
+        sqlite3_column_type(statement, 1) == SQLITE_INTEGER) {
+        generation = sqlite3_column_int64(statement, 1);
+    }
+    sqlite3_reset(statement);
+    sqlite3_clear_bindings(statement);
+    return stepped == SQLITE_ROW || stepped == SQLITE_DONE;
 }
 
 bool DefaultsDatabase::holds(const std::string& key, const SharedDefaultsValue& value) const
@@ -511,11 +560,12 @@ DefaultsWriteFailure writeFailureOf(int result)
     }
 }
 
-OpenedDefaults openDefaultsDatabase(const fs::path& file)
+OpenedDefaults openDefaultsDatabase(const fs::path& file, std::chrono::milliseconds lockWait)
 {
     OpenedDefaults opened;
     int result = SQLITE_OK;
-    auto connection = connect(file.string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, result);
+    const int wait = static_cast<int>(lockWait.count());
+    auto connection = connect(file.string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, wait, result);
     Contents contents = connection ? readContents(connection.get()) : failed(result);
 
     // A folder we may not write to can still hold a file we can read. Without its "-shm"
@@ -526,7 +576,7 @@ OpenedDefaults openDefaultsDatabase(const fs::path& file)
         for (const auto& [name, flags] : {std::pair{file.string(), SQLITE_OPEN_READONLY},
                                           std::pair{immutableUri(file), SQLITE_OPEN_READONLY | SQLITE_OPEN_URI}}) {
             connection.reset();
-            connection = connect(name, flags, result);
+            connection = connect(name, flags, wait, result);
             contents = connection ? readContents(connection.get()) : failed(result);
             if (contents.state != DefaultsFileState::unavailable || (contents.failure & 0xff) == SQLITE_BUSY) break;
         }
@@ -550,7 +600,7 @@ OpenedDefaults openDefaultsDatabase(const fs::path& file)
     opened.state = DefaultsFileState::usable;
     sqlite3* handle = connection.get();
     const bool readOnly = sqlite3_db_readonly(handle, "main") != 0;
-    opened.database = prepareForWriting(std::move(connection), contents);
+    opened.database = prepareForWriting(std::move(connection), contents, wait);
     if (!opened.database) opened.failure = readOnly ? SQLITE_READONLY : SQLITE_CANTOPEN;
     opened.values = std::move(contents.values);
     return opened;

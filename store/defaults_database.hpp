@@ -3,6 +3,7 @@
 #include "store/defaults_runs.hpp"
 #include "store/defaults_store.hpp"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -56,6 +57,15 @@ using Connection = std::unique_ptr<sqlite3, ConnectionCloser>;
 using Statement = std::unique_ptr<sqlite3_stmt, StatementFinalizer>;
 } // namespace sqlite
 
+// The guard of one key (DefaultsStore::guard), as the writer keeps it.
+struct DefaultsGuard {
+    std::string key;
+    std::string generationKey;
+    std::int64_t expected = 0; // the number the file held when this process last read or wrote it
+    bool retaking = false;     // the next write adopts whatever number the file holds
+    bool overtaken = false;    // another process raised the number: the key's writes are dropped
+};
+
 // The connection through which the background writer commits. One thread at a time uses it.
 class DefaultsDatabase {
 public:
@@ -70,8 +80,9 @@ public:
                                                     std::int64_t dataVersion, RunsSnapshot runs);
 
     // Writes the changes in one transaction, leaving out those the file already holds. Waits up
-    // to the busy timeout for another instance that is writing.
-    WriteOutcome write(const DefaultsChanges& changes);
+    // to the busy timeout for another instance that is writing. A guarded key is checked against
+    // its generation inside the same transaction, and the guard told what came of it.
+    WriteOutcome write(const DefaultsChanges& changes, DefaultsGuard* guard = nullptr);
 
 private:
     DefaultsDatabase() = default;
@@ -80,12 +91,14 @@ private:
     bool store(const std::string& key, const DefaultsValue& value);
     bool storeRuns(const std::string& key, const DataRuns& runs);
     bool erase(const std::string& key);
+    bool readGeneration(const std::string& key, std::int64_t& generation);
     int abandon();
 
     sqlite::Connection connection_;
     sqlite::Statement upsert_;
     sqlite::Statement delete_;
     sqlite::Statement dataVersion_;
+    sqlite::Statement generation_;
     std::unique_ptr<RunsTable> runs_;
     // What the file holds, as far as this connection knows: an empty pointer is a key known to be
     // absent, and every key not listed is known to be absent while knowsEveryKey_ holds. Another
@@ -113,8 +126,10 @@ struct OpenedDefaults {
 // What a SQLite result code means for the player's saves.
 DefaultsWriteFailure writeFailureOf(int result);
 
-// Opens the file, creating it and its table when missing, and reads everything in it. A damaged
-// file is left as it was found: nothing is written to it and no checkpoint runs on closing.
-OpenedDefaults openDefaultsDatabase(const std::filesystem::path& file);
+// Opens the file, creating it and its table when missing, and reads everything in it, waiting up
+// to `lockWait` for another instance that holds it locked. A damaged file is left as it was
+// found: nothing is written to it and no checkpoint runs on closing.
+OpenedDefaults openDefaultsDatabase(const std::filesystem::path& file,
+                                    std::chrono::milliseconds lockWait = std::chrono::seconds(2));
 
 } // namespace zelvaine

@@ -297,8 +297,8 @@ bool RunsTable::reclaim()
     auto remove = prepare(connection_, "DELETE FROM pieces WHERE id = ?1", result);
     if (result != SQLITE_OK) return false;
     std::ranges::sort(unreferenced_);
-    const auto [end, last] = std::ranges::unique(unreferenced_);
-    unreferenced_.erase(end, last);
+    // std::unique rather than the ranges one, whose subrange clang 14 cannot use with this library.
+    unreferenced_.erase(std::unique(unreferenced_.begin(), unreferenced_.end()), unreferenced_.end());
     for (const std::int64_t id : unreferenced_) {
         const auto piece = pieces_.find(id);
         if (piece == pieces_.end() || piece->second.references > 0) continue;

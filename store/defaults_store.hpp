@@ -62,6 +62,31 @@ public:
     // Where the store set aside a damaged file it found at start, for the player to be told.
     virtual std::optional<std::string> keptAsideFile() const { return std::nullopt; }
 
+    // Another program held the file at start, beyond a short wait: nothing could be read, every
+    // value read so far stands in for one the file may hold, and nothing is written until the
+    // file opens. Then what it holds wins over what this run wrote meanwhile.
+    virtual bool waitingForFile() const { return false; }
+
+    // Keeps a value its reader found damaged where no later write can reach it, before the key is
+    // written again; gives where, for the player to be told. A store without files of its own
+    // keeps it under a key of its own.
+    virtual std::optional<std::string> keepAside(std::string_view key, const DefaultsData& value)
+    {
+        const std::string aside = std::string(key) + ".damaged";
+        set(aside, value);
+        return aside;
+    }
+
+    // A key that another process on the same file may write too (a second display, a game that
+    // started beside another). Once guarded, the key is written only while the number stored
+    // under generationKey is still the one this store read at start or wrote last; each such
+    // write raises it in the same transaction. When another process raised it first, the writes
+    // of the key are dropped and overtaken() says so, until retake() adopts the file's number.
+    // A store only one process can use ignores this.
+    virtual void guard(std::string_view /*key*/, std::string_view /*generationKey*/) {}
+    virtual bool overtaken() const { return false; }
+    virtual void retake() {}
+
     std::optional<bool> boolean(std::string_view key) const { return as<bool>(key); }
     std::optional<std::int64_t> integer(std::string_view key) const { return as<std::int64_t>(key); }
     std::optional<std::string> text(std::string_view key) const { return as<std::string>(key); }

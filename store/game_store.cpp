@@ -15,13 +15,21 @@ struct Restored {
     std::optional<SavedGamePositions> positions;
 };
 
-std::optional<Restored> restore(const DefaultsStore& defaults)
+// A damaged saved game is copied out of harm's way before the first save of the new deal, which
+// would replace it; `keptAside` says where, or stays empty when it could not be kept.
+std::optional<Restored> restore(DefaultsStore& defaults, std::optional<std::string>& keptAside, bool& lostDamaged)
 {
     const auto blob = defaults.data(savedGameKey);
     if (!blob) return std::nullopt;
     RestoredGame restored =
         restoreSavedGame(std::string_view(reinterpret_cast<const char*>(blob->data()), blob->size()));
-    if (!restored.game) return std::nullopt;
+    if (!restored.game) {
+        if (!restored.finished) {
+            keptAside = defaults.keepAside(savedGameKey, *blob);
+            lostDamaged = !keptAside;
+        }
+        return std::nullopt;
+    }
     Restored result{std::move(*restored.game), std::nullopt};
     // Going on with the stored pieces themselves lets the next save refer to them as they are,
     // instead of storing every position of a long history again under a new identity.
@@ -73,7 +81,7 @@ GameStore::GameStore(std::optional<GameState> initialGame, DefaultsStore& defaul
     if (initialGame) {
         state_ = *initialGame;
         initialState_ = std::move(*initialGame);
-    } else if (auto saved = restore(defaults_)) {
+    } else if (auto saved = restore(defaults_, damagedGameKeptAs_, damagedGameLost_)) {
         state_ = std::move(saved->game.currentState);
         initialState_ = std::move(saved->game.initialState);
         history_ = std::move(saved->game.history);
@@ -84,20 +92,29 @@ GameStore::GameStore(std::optional<GameState> initialGame, DefaultsStore& defaul
             initialJson_ = std::move(saved->positions->initialState);
             historyJson_ = std::move(saved->positions->history);
             redoJson_ = std::move(saved->positions->redoHistory);
-            return;
+        } else {
+            historiesEncoded_ = false;
         }
-        historiesEncoded_ = false;
     } else {
         state_ = dealNewGame();
         initialState_ = state_;
     }
-    initialJson_ = encodePosition(initialState_);
+    if (!initialJson_) initialJson_ = encodePosition(initialState_);
     if (!shouldPersist_) return;
+    defaults_.guard(savedGameKey, savedGameGenerationKey);
     // Shown when the board appears; a player who finds a new deal must know why.
-    if (auto kept = defaults_.keptAsideFile()) {
+    if (auto kept = defaults_.keptAsideFile() ? defaults_.keptAsideFile() : damagedGameKeptAs_) {
         messageKind_ = GameMessageKind::notice;
         message_ = formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine found its saved data damaged and kept it as %1.")),
                               {*kept});
+    } else if (defaults_.waitingForFile()) {
+        messageKind_ = GameMessageKind::notice;
+        message_ = localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine cannot open its saved game yet: another program is holding its "
+                                                           "file. This deal will not replace it, and Zelvaine keeps trying as you play."));
+        saveFailureTold_ = true;
+    } else if (damagedGameLost_) {
+        messageKind_ = GameMessageKind::notice;
+        message_ = localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine found its saved game damaged and could not keep a copy of it."));
     } else if (auto failure = defaults_.writeFailure()) {
         messageKind_ = GameMessageKind::notice;
         message_ = saveFailureText(*failure);
@@ -179,6 +196,11 @@ void GameStore::setChallenge(GameChallengeRecord challenge)
 
 void GameStore::replaceDeal(GameState current, GameState initial, GameChallengeRecord challenge)
 {
+    // A deal the player chose after being told may replace the other process's game.
+    if (shouldPersist_ && defaults_.overtaken()) {
+        defaults_.retake();
+        overtakenTold_ = false;
+    }
     // The plain properties first, so that observers of the new state see the whole new deal.
     initialState_ = std::move(initial);
     initialJson_ = encodePosition(initialState_);
@@ -470,8 +492,21 @@ void GameStore::persistNow()
     reportSaveHealth();
 }
 
+bool GameStore::reportOvertaken()
+{
+    if (overtakenTold_ || !defaults_.overtaken()) return false;
+    overtakenTold_ = true;
+    publishMessage(GameMessageKind::notice,
+                   localized(QT_TRANSLATE_NOOP("Zelvaine", "Another Zelvaine window saved its game after this one was opened. "
+                                                           "To keep that game, this window no longer saves; start a new "
+                                                           "game here to save again.")));
+    return true;
+}
+
 void GameStore::reportSaveHealth()
 {
+    // A window that no longer saves its game has said so; that its disk fails as well adds nothing.
+    if (reportOvertaken() || overtakenTold_) return;
     // The write just handed over is still on its way; what is known is whether the ones before
     // it arrived, which is soon enough for the player to stop or make room.
     const auto failure = defaults_.writeFailure();

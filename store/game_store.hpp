@@ -131,6 +131,8 @@ private:
     const EncodedPosition& stateJson();
     // Tells the player, once for each run of failures, that their game is not reaching the disk.
     void reportSaveHealth();
+    // Tells the player, once, that another process saved a game this one would overwrite.
+    bool reportOvertaken();
     void encodeRestoredHistories();
 
     DefaultsStore& defaults_;
@@ -163,6 +165,10 @@ private:
     // A restored game's histories are encoded at their first use rather than during start-up.
     bool historiesEncoded_ = true;
     bool saveFailureTold_ = false;
+    bool overtakenTold_ = false;
+    // A saved game found damaged at start: where it was kept, or that it could not be.
+    std::optional<std::string> damagedGameKeptAs_;
+    bool damagedGameLost_ = false;
 };
 
 } // namespace zelvaine

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <stdio.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <ctime>
@@ -79,6 +80,49 @@ std::optional<fs::path> keepDamagedFileAside(const fs::path& file, std::chrono::
             moved.emplace_back(companion, withSuffix(aside, suffix));
         }
         return aside;
+    }
+    return std::nullopt;
+}
+
+namespace {
+
+bool writeDurably(const fs::path& path, std::span<const std::uint8_t> bytes)
+{
+    const int out = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (out < 0) return false;
+    bool written = true;
+    for (std::size_t done = 0; written && done < bytes.size();) {
+        const ssize_t step = write(out, bytes.data() + done, bytes.size() - done);
+        if (step < 0 && errno == EINTR) continue;
+        written = step > 0;
+        if (written) done += static_cast<std::size_t>(step);
+    }
+    written = written && fsync(out) == 0;
+    close(out);
+    if (!written) {
+        unlink(path.c_str());
+        return false;
+    }
+    // The new name must survive a power loss too, not only the bytes behind it.
+    const int folder = open(path.parent_path().empty() ? "." : path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        fsync(folder);
+        close(folder);
+    }
+    return true;
+}
+
+} // namespace
+
+std::optional<fs::path> keepValueAside(const fs::path& file, std::string_view what, std::span<const std::uint8_t> bytes,
+                                       std::chrono::system_clock::time_point now)
+{
+    const std::string base = file.native() + "." + std::string(what) + ".damaged-" + utcStamp(now);
+    for (int attempt = 1; attempt <= 1000; ++attempt) {
+        const fs::path aside = attempt == 1 ? fs::path(base) : fs::path(base + "-" + std::to_string(attempt));
+        if (isTaken(aside)) continue;
+        if (writeDurably(aside, bytes)) return aside;
+        if (errno != EEXIST) return std::nullopt;
     }
     return std::nullopt;
 }

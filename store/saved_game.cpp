@@ -183,18 +183,23 @@ RestoredGame restoreSavedGame(std::string_view blob)
     element root;
     if (parser.parse(simdjson::padded_string(blob)).get(root) != simdjson::SUCCESS) return {};
 
-    if (auto game = decodeSavedGame(root); game && isRestorable(*game)) {
-        return {RestoredFrom::savedGame, std::move(*game)};
-    }
+    auto game = decodeSavedGame(root);
+    if (game && isRestorable(*game)) return {RestoredFrom::savedGame, std::move(*game), false};
     // An older version kept only the bare position under the same key.
-    if (auto position = decodeGameState(root, JsonPath()); position && isWellFormed(*position) && hasSaneNumbers(*position) &&
-                    !isWon(*position)) {
-        SavedGame game;
-        game.currentState = *position;
-        game.initialState = std::move(*position);
-        return {RestoredFrom::position, std::move(game)};
+    const auto sound = [](const GameState& state) { return isWellFormed(state) && hasSaneNumbers(state); };
+    auto position = decodeGameState(root, JsonPath());
+    if (position && sound(*position) && !isWon(*position)) {
+        SavedGame bare;
+        bare.currentState = *position;
+        bare.initialState = std::move(*position);
+        return {RestoredFrom::position, std::move(bare), false};
     }
-    return {};
+    if (game && isWon(game->currentState)) {
+        const bool whole = sound(game->initialState) && std::ranges::all_of(game->history, sound) &&
+                           std::ranges::all_of(game->redoHistory, sound);
+        return {RestoredFrom::none, std::nullopt, whole && sound(game->currentState)};
+    }
+    return {RestoredFrom::none, std::nullopt, position && sound(*position) && isWon(*position)};
 }
 
 } // namespace zelvaine

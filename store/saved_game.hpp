@@ -14,6 +14,8 @@
 namespace zelvaine {
 
 inline constexpr std::string_view savedGameKey = "zelvaine.saved-game.v1";
+// Raised by every save: a game that finds it higher than it left it knows another process saved.
+inline constexpr std::string_view savedGameGenerationKey = "zelvaine.saved-game.generation";
 
 // The whole game as it is kept between runs.
 struct SavedGame {
@@ -57,6 +59,8 @@ enum class RestoredFrom { savedGame, position, none };
 struct RestoredGame {
     RestoredFrom from = RestoredFrom::none;
     std::optional<SavedGame> game;
+    // Nothing restored because the game was over, not because the value was damaged.
+    bool finished = false;
 };
 
 // What a store makes of a stored value at start: the saved game when every position in it is

@@ -31,6 +31,7 @@ SqliteDefaultsStore::SqliteDefaultsStore(std::filesystem::path file) : file_(std
     values_ = std::move(opened.values);
     database_ = std::move(opened.database);
     if (!database_) failure_ = writeFailureOf(opened.failure);
+    awaitingFile_ = opened.state == DefaultsFileState::unavailable && failure_ == DefaultsWriteFailure::busy;
     writer_ = std::thread([this] { runWriter(); });
 }
 
@@ -150,10 +151,87 @@ std::optional<std::string> SqliteDefaultsStore::keptAsideFile() const
     return keptAsidePath_->string();
 }
 
+bool SqliteDefaultsStore::waitingForFile() const
+{
+    std::lock_guard lock(mutex_);
+    return awaitingFile_;
+}
+
+std::optional<std::string> SqliteDefaultsStore::keepAside(std::string_view key, const DefaultsData& value)
+{
+    if (auto aside = keepValueAside(file_, key, value, std::chrono::system_clock::now())) return aside->string();
+    return std::nullopt;
+}
+
+void SqliteDefaultsStore::guard(std::string_view key, std::string_view generationKey)
+{
+    std::lock_guard lock(mutex_);
+    DefaultsGuard guard{std::string(key), std::string(generationKey), 0, false, false};
+    // The number that goes with the value this process read at start.
+    if (auto entry = values_.find(generationKey); entry != values_.end()) {
+        if (const auto* number = std::get_if<std::int64_t>(&entry->second->value())) guard.expected = *number;
+    }
+    guardRequest_ = std::move(guard);
+}
+
+bool SqliteDefaultsStore::overtaken() const
+{
+    std::lock_guard lock(mutex_);
+    return overtaken_;
+}
+
+void SqliteDefaultsStore::retake()
+{
+    std::lock_guard lock(mutex_);
+    retakeRequested_ = true;
+    overtaken_ = false;
+}
+
 SqliteDefaultsStore::WriterCounts SqliteDefaultsStore::writerCounts() const
 {
     std::lock_guard lock(mutex_);
     return counts_;
+}
+
+void SqliteDefaultsStore::adoptGuardRequest()
+{
+    if (!guardRequest_) return;
+    writerGuard_ = std::move(*std::exchange(guardRequest_, std::nullopt));
+    guarded_ = true;
+}
+
+void SqliteDefaultsStore::reopen(std::unique_lock<std::mutex>& lock)
+{
+    lock.unlock();
+    // A short wait: this thread also settles flushes, which must not hang on the lock.
+    OpenedDefaults opened = openDefaultsDatabase(file_, std::chrono::milliseconds(100));
+    lock.lock();
+    if (opened.state != DefaultsFileState::usable || !opened.database) {
+        if (opened.state == DefaultsFileState::damaged) {
+            // Found damaged once readable: the start's rules apply, only later.
+            awaitingFile_ = false;
+            failure_ = DefaultsWriteFailure::noPlace;
+        }
+        return;
+    }
+    // This run never saw what the file holds; its own values were made without it, so the
+    // file's win, and a guarded value there is one this run must not overwrite.
+    adoptGuardRequest();
+    for (auto& [key, value] : opened.values) {
+        if (auto waiting = pending_.find(key); waiting != pending_.end()) {
+            retired_.push_back(std::move(waiting->second));
+            pending_.erase(waiting);
+        }
+        if (guarded_ && key == writerGuard_.key) writerGuard_.expected = -1; // no generation matches
+        values_.insert_or_assign(key, std::move(value));
+    }
+    database_ = std::move(opened.database);
+    awaitingFile_ = false;
+    failure_.reset();
+    holdRetry_ = false;
+    // What waits is written next under a number of its own, so that a flush from now on waits
+    // for it.
+    if (!pending_.empty()) ++requested_;
 }
 
 void SqliteDefaultsStore::runWriter()
@@ -166,26 +244,40 @@ void SqliteDefaultsStore::runWriter()
 #endif
     std::unique_lock lock(mutex_);
     for (;;) {
-        writerWake_.wait(lock, [&] { return stopping_ || (!pending_.empty() && !holdRetry_); });
+        const auto ready = [&] { return stopping_ || (!pending_.empty() && !holdRetry_); };
+        if (awaitingFile_) {
+            // Nobody tells us when the other program lets go; look again now and then.
+            constexpr auto reopenInterval = std::chrono::seconds(1);
+            writerWake_.wait_for(lock, reopenInterval, ready);
+            if (stopping_) return;
+            reopen(lock);
+            if (!ready()) continue;
+        } else {
+            writerWake_.wait(lock, ready);
+        }
         if (pending_.empty() || holdRetry_) return; // stopping, and nothing left to try
 
         // Everything requested so far is either in this batch or committed already.
         DefaultsChanges batch = std::exchange(pending_, {});
         const std::uint64_t covers = requested_;
         std::vector<SharedDefaultsValue> retired = std::exchange(retired_, {});
+        adoptGuardRequest();
+        if (std::exchange(retakeRequested_, false)) writerGuard_.retaking = true;
         lock.unlock();
         retired.clear();
 
         DefaultsDatabase::WriteOutcome outcome;
         if (database_) {
             try {
-                outcome = database_->write(batch);
+                outcome = database_->write(batch, guarded_ ? &writerGuard_ : nullptr);
             } catch (...) {
                 // Out of memory while writing: the values stay pending for the next attempt.
             }
         }
 
         lock.lock();
+        // A retake asked for meanwhile is about the next batch; this one's verdict is stale.
+        if (guarded_ && !retakeRequested_) overtaken_ = writerGuard_.overtaken;
         if (database_) {
             if (outcome.committed) {
                 failure_.reset();
@@ -199,10 +291,12 @@ void SqliteDefaultsStore::runWriter()
                 counts_.transactions += 1;
                 counts_.rows += outcome.rows;
             }
-        } else if (database_) {
+        } else if (database_ || awaitingFile_) {
             // Newer values that came in meanwhile win over the ones that failed.
             pending_.merge(batch);
-            holdRetry_ = true;
+            // A write or flush that came in meanwhile asked for an attempt after this one; holding
+            // back then would leave a flush waiting for ever.
+            if (requested_ == covers) holdRetry_ = true;
         }
         settled_ = covers;
         settledChanged_.notify_all();

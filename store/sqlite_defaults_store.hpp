@@ -17,8 +17,9 @@ namespace zelvaine {
 // The defaults store of the running game: one SQLite file, read whole at construction into an
 // in-memory copy that serves every read. A write changes the copy at once and is handed to one
 // background writer, which keeps only the newest value of each key and commits in transactions,
-// so no caller but flush() ever waits for the disk. Failed writes are dropped without a word:
-// the game must go on with or without a place to keep its defaults.
+// so no caller but flush() ever waits for the disk. The game goes on whatever the disk does;
+// writeFailure() says why writes are not arriving, and a file another program holds at start is
+// waited for briefly, then looked for again in the background until it opens.
 class SqliteDefaultsStore final : public DefaultsStore {
 public:
     // Uses the file at defaultDefaultsDatabasePath().
@@ -45,6 +46,13 @@ public:
     // failed changes stay pending and are tried again with the next write or flush.
     std::optional<DefaultsWriteFailure> writeFailure() const override;
     std::optional<std::string> keptAsideFile() const override;
+    bool waitingForFile() const override;
+    // A file next to the database, written and synced at once.
+    std::optional<std::string> keepAside(std::string_view key, const DefaultsData& value) override;
+    // One guarded key per store; a second call replaces the first.
+    void guard(std::string_view key, std::string_view generationKey) override;
+    bool overtaken() const override;
+    void retake() override;
 
     const std::filesystem::path& file() const { return file_; }
     // The file found at start was damaged: it was set aside under keptAsidePath() and this run
@@ -60,6 +68,10 @@ public:
 
 private:
     void store(std::string_view key, SharedDefaultsValue value);
+    // For a file that was locked at start: tries again to open it, and when it opens, lets what
+    // the file holds win over this run's stand-ins. Called by the writer, unlocked.
+    void reopen(std::unique_lock<std::mutex>& lock);
+    void adoptGuardRequest();
     // Queues the change; gives back displaced values for the caller to free when too many wait.
     std::vector<SharedDefaultsValue> enqueue(std::string_view key, SharedDefaultsValue value);
     void runWriter();
@@ -82,8 +94,18 @@ private:
     // After a failure the changes stay pending, but wait for the next write or flush instead of
     // being retried in a loop against a disk that refuses them.
     bool holdRetry_ = false;
+    // The file was locked at start and has not been read yet: the values are stand-ins, and
+    // nothing is written until it has been.
+    bool awaitingFile_ = false;
     bool stopping_ = false;
     std::optional<DefaultsWriteFailure> failure_;
+    // Handed to the writer with its next batch.
+    std::optional<DefaultsGuard> guardRequest_;
+    bool retakeRequested_ = false;
+    bool overtaken_ = false;
+    // The writer's own; it reports into overtaken_.
+    DefaultsGuard writerGuard_;
+    bool guarded_ = false;
     WriterCounts counts_;
     std::condition_variable writerWake_;
     std::condition_variable settledChanged_;

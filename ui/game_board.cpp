@@ -273,6 +273,21 @@ void GameBoard::playNextAutoMove()
     autoCompleteTimer_.start(flight > 0 ? flight : 95);
 }
 
+void GameBoard::completeAutomaticFinish()
+{
+    if (!isAutoCompleting_) return;
+    autoCompleteTimer_.stop();
+    if (flyingMove_) store_.performAutoMove(*std::exchange(flyingMove_, std::nullopt));
+    while (!isWon(store_.state())) {
+        const auto step = nextFoundationAutoMove(store_.state());
+        if (!step || !store_.performAutoMove(*step)) break;
+    }
+    // Ends the deferral, which writes the game once.
+    stopAutoComplete();
+    // The queued reaction to the last move may never run once the event loop has ended.
+    recordStatistics();
+}
+
 void GameBoard::stopAutoComplete()
 {
     autoCompleteTimer_.stop();

@@ -144,6 +144,10 @@ public:
     Q_INVOKABLE void showHint() { store_.showHint(); }
     Q_INVOKABLE void clearMessage() { store_.clearMessage(); }
 
+    // The game is ending (quit, logout, a signal) during the automatic finish: the player asked
+    // for the finish, so it is played out at once and counted instead of saved half-way.
+    void completeAutomaticFinish();
+
     GameStore& store() { return store_; }
     // Where the automatic finish shows its flying cards; without one the cards simply appear.
     void setFlights(CardDragController* flights) { flights_ = flights; }

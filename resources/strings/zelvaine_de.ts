@@ -1129,6 +1129,18 @@
         <source>Zelvaine found its saved data damaged and kept it as %1.</source>
         <translation>Zelvaine hat seine gespeicherten Daten beschädigt vorgefunden und als %1 aufbewahrt.</translation>
     </message>
+    <message>
+        <source>Another Zelvaine window saved its game after this one was opened. To keep that game, this window no longer saves; start a new game here to save again.</source>
+        <translation>Ein anderes Zelvaine-Fenster hat sein Spiel gespeichert, nachdem dieses geöffnet wurde. Damit jenes Spiel erhalten bleibt, speichert dieses Fenster nicht mehr; beginne hier ein neues Spiel, um wieder zu speichern.</translation>
+    </message>
+    <message>
+        <source>Zelvaine cannot open its saved game yet: another program is holding its file. This deal will not replace it, and Zelvaine keeps trying as you play.</source>
+        <translation>Zelvaine kann sein gespeichertes Spiel noch nicht öffnen: Ein anderes Programm hält seine Datei. Dieses Spiel ersetzt es nicht, und Zelvaine versucht es weiter, während du spielst.</translation>
+    </message>
+    <message>
+        <source>Zelvaine found its saved game damaged and could not keep a copy of it.</source>
+        <translation>Zelvaine hat sein gespeichertes Spiel beschädigt vorgefunden und konnte keine Kopie davon aufbewahren.</translation>
+    </message>
 </context>
 <context>
     <name>zelvaine::GameBoard</name>

@@ -1,10 +1,40 @@
-// Feeds arbitrary bytes to the reader of the saved game that runs at every start.
+// Feeds arbitrary bytes to the reader of the saved game that runs at every start, and plays on
+// from whatever it restores: one move chosen by the input, saved and restored again.
 
+#include "store/game_store.hpp"
+#include "store/in_memory_defaults_store.hpp"
 #include "store/saved_game.hpp"
+#include "tests/store/random_moves.hpp"
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <random>
 #include <string_view>
+
+namespace {
+
+void playOneMoveAndRestoreAgain(std::string_view bytes)
+{
+    using namespace zelvaine;
+    InMemoryDefaultsStore defaults;
+    defaults.set(savedGameKey, DefaultsData(bytes.begin(), bytes.end()));
+    SilentSoundCues sound;
+    GameStore store(std::nullopt, defaults, sound);
+    std::mt19937_64 random(std::hash<std::string_view>{}(bytes));
+    testing::playRandomStep(store, random, [](std::uint64_t) {});
+    store.persistNow();
+    // Won now, it is rightly not restored; else the game as played must come back.
+    if (isWon(store.state())) return;
+    const GameStore again(std::nullopt, defaults, sound);
+    if (again.state() != store.state() || again.initialState() != store.initialState() ||
+        again.history() != store.history() || again.redoHistory() != store.redoHistory() ||
+        again.challenge() != store.challenge()) {
+        __builtin_trap();
+    }
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -16,6 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             __builtin_trap();
         }
         (void)zelvaine::encodeSavedGame(*restored.game);
+        playOneMoveAndRestoreAgain(bytes);
     }
     return 0;
 }

@@ -89,5 +89,46 @@ TEST_F(SaveFailureTest, AStoreWithItsOwnGameSaysNothingOfTheDisk)
     EXPECT_FALSE(store.message());
 }
 
+TEST_F(SaveFailureTest, AGameAnotherWindowSavedIsNotOverwrittenUntilThePlayerDealsAgain)
+{
+    GameStore store(std::nullopt, defaults, sound);
+    EXPECT_EQ(defaults.guarded, std::string(savedGameKey));
+    defaults.isOvertaken = true; // the other window's save was seen by the last commit
+    defaults.failure = DefaultsWriteFailure::busy;
+    store.persistNow();
+    ASSERT_TRUE(store.message());
+    EXPECT_TRUE(store.message()->starts_with("Another Zelvaine window saved its game")) << *store.message();
+    store.clearMessage();
+    store.persistNow();
+    EXPECT_FALSE(store.message()) << "told twice";
+    EXPECT_EQ(defaults.retakes, 0) << "undo, moves and restarts must not take the file back";
+    store.restartGame();
+    EXPECT_EQ(defaults.retakes, 0);
+
+    store.newGame();
+    EXPECT_EQ(defaults.retakes, 1);
+    defaults.isOvertaken = true; // overtaken once more, later on
+    store.persistNow();
+    EXPECT_TRUE(store.message() && store.message()->starts_with("Another Zelvaine window"));
+}
+
+TEST_F(SaveFailureTest, AStoreWithItsOwnGameGuardsNothing)
+{
+    GameStore store(dealNewGame(), defaults, sound);
+    EXPECT_FALSE(defaults.guarded);
+}
+
+TEST_F(SaveFailureTest, ADamagedSavedGameIsKeptAsideBeforeTheNewDealReplacesIt)
+{
+    const std::string damaged = R"({"currentState":{"tableau":[[)";
+    defaults.inner.set(savedGameKey, DefaultsData(damaged.begin(), damaged.end()));
+    GameStore store(std::nullopt, defaults, sound);
+    ASSERT_TRUE(store.message());
+    EXPECT_NE(store.message()->find("kept it as zelvaine.saved-game.v1.damaged"), std::string::npos) << *store.message();
+    store.newGame();
+    EXPECT_EQ(defaults.inner.data("zelvaine.saved-game.v1.damaged"), DefaultsData(damaged.begin(), damaged.end()));
+    EXPECT_NE(defaults.inner.data(savedGameKey), DefaultsData(damaged.begin(), damaged.end()));
+}
+
 } // namespace
 } // namespace zelvaine

@@ -110,6 +110,9 @@ TEST(SavedGame, AnythingDoubtfulGivesNothing)
         const RestoredGame restored = restoreSavedGame(blob);
         EXPECT_EQ(restored.from, RestoredFrom::none) << blob.substr(0, 120);
         EXPECT_FALSE(restored.game);
+        // Only a whole game that was simply over is no sign of damage.
+        const bool over = blob == encodeSavedGame(won) || blob == toJson(won.currentState);
+        EXPECT_EQ(restored.finished, over) << blob.substr(0, 120);
     }
 }
 

@@ -59,10 +59,20 @@ public:
     void flush() override {}
     std::optional<DefaultsWriteFailure> writeFailure() const override { return failure; }
     std::optional<std::string> keptAsideFile() const override { return keptAside; }
+    void guard(std::string_view key, std::string_view) override { guarded = std::string(key); }
+    bool overtaken() const override { return isOvertaken; }
+    void retake() override
+    {
+        isOvertaken = false;
+        ++retakes;
+    }
 
     InMemoryDefaultsStore inner;
     std::optional<DefaultsWriteFailure> failure;
     std::optional<std::string> keptAside;
+    std::optional<std::string> guarded;
+    bool isOvertaken = false;
+    int retakes = 0;
 };
 
 } // namespace zelvaine::testing

@@ -1,0 +1,154 @@
+// The game store on a real defaults file shared with others: a second game on it (two displays,
+// a game that lost track of the other), another program holding it, a damaged saved game in it.
+// None of them loses a game without the player being told.
+
+#include "engine/move_rules.hpp"
+#include "store/game_store.hpp"
+#include "store/sqlite_defaults_store.hpp"
+#include "tests/store/file_holder.hpp"
+#include "tests/store/sqlite_defaults_test_support.hpp"
+#include "tests/support/positions.hpp"
+#include "tests/store/store_fakes.hpp"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <thread>
+
+namespace zelvaine {
+namespace {
+
+std::optional<SavedGame> savedIn(const testing::DefaultsScratchFolder& folder)
+{
+    SqliteDefaultsStore reader(folder.file());
+    testing::RecordingSoundCues sound;
+    const GameStore restored(std::nullopt, reader, sound);
+    return SavedGame{restored.state(), restored.initialState(), restored.history(), restored.redoHistory(),
+                     restored.challenge()};
+}
+
+// Some column's lowest card onto another column; the known deal has two such moves in a row.
+void playOneMove(GameStore& store)
+{
+    for (std::int64_t from = 0; from < 10; ++from) {
+        const auto cardIndex = static_cast<std::int64_t>(store.state().tableau[static_cast<std::size_t>(from)].size()) - 1;
+        for (std::int64_t to = 0; to < 10; ++to) {
+            if (store.move(MoveSource::tableau(from, cardIndex), MoveDestination::tableau(to))) return;
+        }
+    }
+    FAIL() << "no move found";
+}
+
+void storeSavedGame(const testing::DefaultsScratchFolder& folder, const std::string& saved)
+{
+    SqliteDefaultsStore defaults(folder.file());
+    defaults.set(savedGameKey, DefaultsData(saved.begin(), saved.end()));
+}
+
+std::string unplayed(const GameState& deal) { return encodeSavedGame({deal, deal, {}, {}, {}}); }
+
+TEST(TwoWindows, TheOneThatSavedSecondIsToldAndKeepsItsHandsOff)
+{
+    testing::DefaultsScratchFolder folder;
+    testing::RecordingSoundCues sound;
+    storeSavedGame(folder, unplayed(testing::knownDeal()));
+    SqliteDefaultsStore firstDefaults(folder.file());
+    SqliteDefaultsStore secondDefaults(folder.file());
+    GameStore first(std::nullopt, firstDefaults, sound);
+    GameStore second(std::nullopt, secondDefaults, sound);
+    ASSERT_EQ(first.state(), second.state());
+
+    playOneMove(second);
+    secondDefaults.flush();
+    const GameState secondsGame = second.state();
+
+    first.undo(); // nothing to undo: no save
+    first.requestNewGame();
+    first.dismissConfirmation();
+    first.showHint(); // saves, and is refused
+    firstDefaults.flush();
+    EXPECT_EQ(savedIn(folder)->currentState, secondsGame);
+    first.persistNow(); // the refusal is known once the commit after it has run
+    ASSERT_TRUE(first.message());
+    EXPECT_TRUE(first.message()->starts_with("Another Zelvaine window")) << *first.message();
+
+    // A new deal in the first window is the player's choice after being told.
+    first.newGame();
+    firstDefaults.flush();
+    EXPECT_EQ(savedIn(folder)->currentState, first.state());
+    // And now the second is the one that must not overwrite.
+    playOneMove(second);
+    secondDefaults.flush();
+    EXPECT_EQ(savedIn(folder)->currentState, first.state());
+    second.persistNow();
+    EXPECT_TRUE(second.message() && second.message()->starts_with("Another Zelvaine window"));
+}
+
+TEST(HeldFile, AGameStartedWhileAnotherProgramHoldsTheFileNeverReplacesTheSavedOne)
+{
+    testing::DefaultsScratchFolder folder;
+    testing::RecordingSoundCues sound;
+    const GameState deal = testing::knownDeal();
+    storeSavedGame(folder, unplayed(deal));
+    testing::FileHolder holder(folder.file());
+    ASSERT_TRUE(holder.held());
+
+    SqliteDefaultsStore defaults(folder.file());
+    GameStore store(std::nullopt, defaults, sound);
+    ASSERT_TRUE(store.message());
+    EXPECT_TRUE(store.message()->starts_with("Zelvaine cannot open its saved game yet")) << *store.message();
+    store.clearMessage();
+    playOneMove(store); // on the stand-in deal, which must not reach the file
+    holder.release();
+    for (int tries = 0; tries < 200 && defaults.waitingForFile(); ++tries) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    ASSERT_FALSE(defaults.waitingForFile());
+
+    store.undo(); // a save after the file opened: refused, and the player told
+    defaults.flush();
+    store.persistNow();
+    EXPECT_TRUE(store.message() && store.message()->starts_with("Another Zelvaine window")) << store.message().value_or("");
+    EXPECT_EQ(savedIn(folder)->currentState, deal);
+}
+
+class DamagedSavedGame : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(DamagedSavedGame, IsKeptInAFileNextToTheDatabaseAndNamed)
+{
+    testing::DefaultsScratchFolder folder;
+    testing::RecordingSoundCues sound;
+    storeSavedGame(folder, GetParam());
+    std::string keptAs;
+    {
+        SqliteDefaultsStore defaults(folder.file());
+        GameStore store(std::nullopt, defaults, sound);
+        ASSERT_TRUE(store.message());
+        const std::string prefix = "Zelvaine found its saved data damaged and kept it as ";
+        ASSERT_TRUE(store.message()->starts_with(prefix)) << *store.message();
+        keptAs = store.message()->substr(prefix.size(), store.message()->size() - prefix.size() - 1);
+        store.newGame(); // replaces the damaged value in the file
+    }
+    EXPECT_EQ(std::filesystem::path(keptAs).parent_path(), folder.path());
+    const auto kept = testing::readBytes(keptAs);
+    EXPECT_EQ(std::string(kept.begin(), kept.end()), GetParam());
+    EXPECT_TRUE(savedIn(folder)) << "the new deal was not saved";
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, DamagedSavedGame,
+                         ::testing::Values(std::string("{\"currentState\":{\"tableau\":[[{\"id\""),  // cut short
+                                           unplayed(testing::knownDeal()).replace(20, 6, "XXXXXX"),                // bytes changed
+                                           std::string("\x00\x01 not a game at all", 21)));
+
+TEST(DamagedSavedGame, AGameThatWasOverIsNoDamage)
+{
+    testing::DefaultsScratchFolder folder;
+    testing::RecordingSoundCues sound;
+    GameState won = testing::emptyBoard();
+    for (auto& pile : won.foundations) pile = testing::foundationUpTo("KH");
+    storeSavedGame(folder, encodeSavedGame({won, testing::knownDeal(), {}, {}, {}}));
+    SqliteDefaultsStore defaults(folder.file());
+    const GameStore store(std::nullopt, defaults, sound);
+    EXPECT_FALSE(store.message());
+}
+
+} // namespace
+} // namespace zelvaine
