@@ -392,6 +392,17 @@ void GameStore::showHint()
     assign(message_, std::move(hint.text), GameStoreProperty::message);
 }
 
+void GameStore::showMoveHint(const MoveSource& source, const MoveDestination& destination)
+{
+    GameChallengeRecord challenge = challenge_;
+    challenge.usedHint = true;
+    setChallenge(challenge);
+    persist();
+    assign(messageKind_, GameMessageKind::hint, GameStoreProperty::messageKind);
+    setSelection(source);
+    assign(message_, moveHintText(state_, source, destination), GameStoreProperty::message);
+}
+
 std::optional<ZelvaineGameDocumentError> GameStore::prepareSharedGame(const ZelvaineGameDocument& document)
 {
     if (confirmation_) return std::nullopt;

@@ -98,6 +98,8 @@ public:
     bool registerTap(const MoveSource& source);
 
     void showHint();
+    // A hint chosen elsewhere (the solver's next winning move): shown and counted like showHint.
+    void showMoveHint(const MoveSource& source, const MoveDestination& destination);
 
     // Converts and holds a received game until the player confirms; the conversion's error is
     // returned unchanged and nothing changes then.

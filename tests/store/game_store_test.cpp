@@ -249,6 +249,18 @@ TEST_F(GameStoreTest, TapsSelectMoveOrReselect)
     EXPECT_EQ(store.state().tableau[4].back().rank, Rank::eight);
 }
 
+TEST_F(GameStoreTest, AGivenMoveShowsAsAHintAndCountsAsOne)
+{
+    GameStore store = persisting(knownDeal());
+    Recorder recorder(store);
+    store.showMoveHint(MoveSource::tableau(0, 9), MoveDestination::tableau(4));
+    EXPECT_EQ(recorder.take(), (std::vector{P::challenge, P::messageKind, P::selection, P::message}));
+    EXPECT_EQ(store.selection(), MoveSource::tableau(0, 9));
+    EXPECT_EQ(store.message(), "Move eight of hearts to column 5.");
+    EXPECT_EQ(store.messageKind(), GameMessageKind::hint);
+    EXPECT_TRUE(saved()->challenge.usedHint);
+}
+
 TEST_F(GameStoreTest, HintSelectsAndExplainsInOrder)
 {
     GameStore store = persisting(knownDeal());
