@@ -241,6 +241,34 @@
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>Solver</source>
+        <translation>Solver</translation>
+    </message>
+    <message>
+        <source>Stop Checking</source>
+        <translation>Prüfung abbrechen</translation>
+    </message>
+    <message>
+        <source>Can This Deal Be Won?</source>
+        <translation>Ist dieses Spiel zu gewinnen?</translation>
+    </message>
+    <message>
+        <source>Stop Searching</source>
+        <translation>Suche abbrechen</translation>
+    </message>
+    <message>
+        <source>Undo to Last Winnable Position</source>
+        <translation>Bis zur letzten gewinnbaren Stellung zurücknehmen</translation>
+    </message>
+    <message>
+        <source>Stop Looking for a Move</source>
+        <translation>Zugsuche abbrechen</translation>
+    </message>
+    <message>
+        <source>Show a Winning Move</source>
+        <translation>Einen Gewinnzug zeigen</translation>
+    </message>
 </context>
 <context>
     <name>MessageToast</name>
@@ -619,6 +647,14 @@
     <message>
         <source>This card is blocked</source>
         <translation>Diese Karte ist blockiert</translation>
+    </message>
+    <message>
+        <source>Selected</source>
+        <translation>Ausgewählt</translation>
+    </message>
+    <message>
+        <source>Not selected</source>
+        <translation>Nicht ausgewählt</translation>
     </message>
 </context>
 <context>
@@ -1116,6 +1152,26 @@
     <message>
         <source>Zelvaine found its saved data damaged and kept it as %1.</source>
         <translation>Zelvaine hat seine gespeicherten Daten beschädigt vorgefunden und als %1 aufbewahrt.</translation>
+    </message>
+    <message>
+        <source>This deal can still be won.</source>
+        <translation>Dieses Spiel ist noch zu gewinnen.</translation>
+    </message>
+    <message>
+        <source>This deal can no longer be won.</source>
+        <translation>Dieses Spiel ist nicht mehr zu gewinnen.</translation>
+    </message>
+    <message>
+        <source>The solver could not decide this deal quickly.</source>
+        <translation>Der Solver konnte dieses Spiel nicht schnell entscheiden.</translation>
+    </message>
+    <message>
+        <source>This deal could not be won from its start.</source>
+        <translation>Dieses Spiel war von Anfang an nicht zu gewinnen.</translation>
+    </message>
+    <message>
+        <source>The deal was lost at move %1.</source>
+        <translation>Das Spiel ging mit Zug %1 verloren.</translation>
     </message>
 </context>
 <context>
