@@ -194,7 +194,7 @@ void GameStore::replaceDeal(GameState current, GameState initial, GameChallengeR
 
 void GameStore::newGame()
 {
-    GameState deal = dealNewGame();
+    GameState deal = dealer_ ? dealer_() : dealNewGame();
     replaceDeal(deal, deal, {});
     setConfirmation(std::nullopt);
     persist();

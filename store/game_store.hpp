@@ -12,6 +12,7 @@
 #include "store/sound_cues.hpp"
 #include "store/uptime_clock.hpp"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -73,6 +74,8 @@ public:
     void clearMessage();
 
     void newGame();
+    // Where newGame's deals come from; none for the plain shuffle.
+    void setDealer(std::function<GameState()> dealer) { dealer_ = std::move(dealer); }
     void restartGame();
     void undo();
     void redo();
@@ -165,6 +168,7 @@ private:
     // A restored game's histories are encoded at their first use rather than during start-up.
     bool historiesEncoded_ = true;
     bool saveFailureTold_ = false;
+    std::function<GameState()> dealer_;
 };
 
 } // namespace zelvaine
