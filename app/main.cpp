@@ -88,7 +88,7 @@ int main(int argc, char** argv)
     const zelvaine::GameCenterService gameCenter; // no game service here: both of its flags stay false
     zelvaine::GameBoard board(store, &preferences);
     zelvaine::PreferencesModel preferencesModel(preferences);
-    zelvaine::SolverCommands solverCommands(store);
+    zelvaine::SolverCommands solverCommands(store, &preferences);
     // Checks for a newer release when the player asks, and on its own as configured.
     // A packager (or a test) may point the checker elsewhere with --update-configuration=FILE.
     const QString updateConfiguration = commandLine.updateConfiguration

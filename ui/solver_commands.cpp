@@ -21,28 +21,92 @@ std::string verdictText(solver::Verdict verdict)
 
 } // namespace
 
-SolverCommands::SolverCommands(GameStore& store, solver::WinnabilityService::SolveFunction solve, QObject* parent)
-    : QObject(parent), store_(store)
+SolverCommands::SolverCommands(GameStore& store, GamePreferences* preferences,
+                               solver::WinnabilityService::SolveFunction solve, QObject* parent)
+    : QObject(parent), store_(store), preferences_(preferences)
 {
     token_ = store_.observe([this](GameStoreProperty property) {
-        if (property == GameStoreProperty::state && !changingPosition_) cancel();
+        if (property != GameStoreProperty::state) return;
+        if (!changingPosition_) cancel();
+        solveTableLive();
     });
     // Answers arrive on the worker; the queued call runs on this object's thread, and not at
     // all once this object is gone.
+    auto makeService = [&solve](solver::WinnabilityService::Delivery deliver) {
+        return solve ? std::make_unique<solver::WinnabilityService>(std::move(deliver), solve, solver::releaseFreeMemory)
+                     : std::make_unique<solver::WinnabilityService>(std::move(deliver));
+    };
+    live_ = makeService([this](solver::WinnabilityService::Answer answer) {
+        QMetaObject::invokeMethod(
+            this,
+            [this, generation = answer.generation, verdict = answer.result.verdict] {
+                if (generation != liveGeneration_ || liveVerdict_ == -1) return;
+                setLiveVerdict(verdict == solver::Verdict::winnable     ? 1
+                               : verdict == solver::Verdict::unwinnable ? 2
+                                                                        : 3);
+            },
+            Qt::QueuedConnection);
+    });
+    if (preferences_) {
+        preferencesToken_ = preferences_->observe([this](GamePreferencesProperty property) {
+            if (property == GamePreferencesProperty::showsWinnability ||
+                property == GamePreferencesProperty::winnableDealsOnly)
+                followPreferences();
+        });
+        followPreferences();
+    }
     auto deliver = [this](solver::WinnabilityService::Answer answer) {
         QMetaObject::invokeMethod(
             this, [this, answer = std::move(answer)] { onAnswer(answer.generation, answer.result); },
             Qt::QueuedConnection);
     };
-    service_ = solve ? std::make_unique<solver::WinnabilityService>(std::move(deliver), std::move(solve),
-                                                                     solver::releaseFreeMemory)
-                     : std::make_unique<solver::WinnabilityService>(std::move(deliver));
+    service_ = makeService(std::move(deliver));
 }
 
 SolverCommands::~SolverCommands()
 {
     store_.unobserve(token_);
+    if (preferences_) preferences_->unobserve(preferencesToken_);
+    store_.setDealer({});
+    dealer_.reset();
+    live_.reset();
     service_.reset();
+}
+
+void SolverCommands::followPreferences()
+{
+    if (preferences_->winnableDealsOnly() != (dealer_ != nullptr)) {
+        if (preferences_->winnableDealsOnly()) {
+            dealer_ = std::make_unique<solver::WinnableDealer>([] { return dealNewGame(); });
+            store_.setDealer([this] { return dealer_->take(); });
+        } else {
+            store_.setDealer({});
+            dealer_.reset();
+        }
+    }
+    if (preferences_->showsWinnability() != (liveVerdict_ != -1)) {
+        if (preferences_->showsWinnability()) {
+            setLiveVerdict(0);
+            solveTableLive();
+        } else {
+            live_->cancel();
+            setLiveVerdict(-1);
+        }
+    }
+}
+
+void SolverCommands::solveTableLive()
+{
+    if (liveVerdict_ == -1) return;
+    setLiveVerdict(0);
+    liveGeneration_ = live_->request(store_.state());
+}
+
+void SolverCommands::setLiveVerdict(int verdict)
+{
+    if (liveVerdict_ == verdict) return;
+    liveVerdict_ = verdict;
+    emit liveVerdictChanged();
 }
 
 void SolverCommands::setRunning(Command command)

@@ -87,6 +87,26 @@
         <source>Save</source>
         <translation>Speichern</translation>
     </message>
+    <message>
+        <source>Checking…</source>
+        <translation>Wird geprüft…</translation>
+    </message>
+    <message>
+        <source>Can be won</source>
+        <translation>Zu gewinnen</translation>
+    </message>
+    <message>
+        <source>Lost</source>
+        <translation>Verloren</translation>
+    </message>
+    <message>
+        <source>Undecided</source>
+        <translation>Unentschieden</translation>
+    </message>
+    <message>
+        <source>Winnability: %1</source>
+        <translation>Gewinnbarkeit: %1</translation>
+    </message>
 </context>
 <context>
     <name>CardView</name>
@@ -455,6 +475,26 @@
             <numerusform>%n Zug</numerusform>
             <numerusform>%n Züge</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Solver</source>
+        <translation type="unfinished">Solver</translation>
+    </message>
+    <message>
+        <source>Show whether the deal can be won</source>
+        <translation>Zeigen, ob das Spiel zu gewinnen ist</translation>
+    </message>
+    <message>
+        <source>The toolbar tells, after every move, whether the position can still be won.</source>
+        <translation>Die Werkzeugleiste zeigt nach jedem Zug, ob die Stellung noch zu gewinnen ist.</translation>
+    </message>
+    <message>
+        <source>Deal only winnable games</source>
+        <translation>Nur gewinnbare Spiele austeilen</translation>
+    </message>
+    <message>
+        <source>New games are deals the solver has proven can be won.</source>
+        <translation>Neue Spiele sind Verteilungen, die der Solver als gewinnbar nachgewiesen hat.</translation>
     </message>
 </context>
 <context>

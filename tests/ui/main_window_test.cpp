@@ -39,7 +39,7 @@ protected:
     {
         store = std::make_unique<GameStore>(game, defaults, sound);
         board = std::make_unique<GameBoard>(*store, &preferences);
-        solver = std::make_unique<SolverCommands>(*store, std::move(solve));
+        solver = std::make_unique<SolverCommands>(*store, &preferences, std::move(solve));
         engine = std::make_unique<QQmlApplicationEngine>();
         engine->addImportPath(QStringLiteral("qrc:/"));
         engine->setInitialProperties({{"board", QVariant::fromValue(board.get())},
@@ -323,6 +323,24 @@ TEST_F(MainWindowTest, SolverCommandsShowTheyAreWorkingAndAnswerInANotice)
     ASSERT_TRUE(QTest::qWaitFor([this] { return solver->running() == -1; }, 120000));
     EXPECT_EQ(store->messageKind(), GameMessageKind::notice);
     EXPECT_EQ(store->message(), "This deal can no longer be won.");
+}
+
+// The toolbar's verdict shows only while the player asks for it, and says what it found.
+TEST_F(MainWindowTest, TheWinnabilityIndicatorFollowsItsPreference)
+{
+    open(testing::knownDeal(), nullptr, [](const GameState&, std::stop_token) {
+        return solver::SolveResult{solver::Verdict::winnable, {}, 0};
+    });
+    QQuickItem* indicator = findItem(window->contentItem(), "winnabilityIndicator");
+    ASSERT_TRUE(indicator);
+    EXPECT_FALSE(indicator->isVisible());
+    preferences.setShowsWinnability(true);
+    EXPECT_TRUE(indicator->isVisible());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return solver->liveVerdict() == 1; }, 120000));
+    EXPECT_EQ(indicator->property("text").toString(), "Can be won");
+    EXPECT_EQ(indicator->property("accessibleName").toString(), "Winnability: Can be won");
+    preferences.setShowsWinnability(false);
+    EXPECT_FALSE(indicator->isVisible());
 }
 
 TEST_F(MainWindowTest, HintIsUnavailableOnceTheDealIsWon)

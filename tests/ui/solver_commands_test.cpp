@@ -8,6 +8,7 @@
 #include "engine/move_rules.hpp"
 #include "engine/random_source.hpp"
 #include "solver/solver.hpp"
+#include "store/game_preferences.hpp"
 #include "store/game_store.hpp"
 #include "store/in_memory_defaults_store.hpp"
 #include "tests/support/positions.hpp"
@@ -62,7 +63,7 @@ protected:
     {
         commands.reset();
         store = std::make_unique<GameStore>(game, defaults, sound);
-        commands = std::make_unique<SolverCommands>(*store);
+        commands = std::make_unique<SolverCommands>(*store, &preferences);
     }
     // Waits for the running command to end; the limit only keeps a broken build from hanging.
     bool finishes() const
@@ -73,6 +74,7 @@ protected:
 
     InMemoryDefaultsStore defaults;
     SilentSoundCues sound;
+    GamePreferences preferences{defaults, sound};
     std::unique_ptr<GameStore> store;
     std::unique_ptr<SolverCommands> commands;
 };
@@ -175,6 +177,54 @@ TEST_F(SolverCommandsTest, AMoveOrUndoAbandonsTheCommandAndItsAnswer)
     QTest::qWait(200);
     EXPECT_FALSE(store->message());
     EXPECT_FALSE(store->challenge().usedHint);
+}
+
+// Moves and undos faster than the solver answers: the indicator ends on the table's own verdict,
+// never on an answer about a position already left.
+TEST_F(SolverCommandsTest, TheLiveVerdictEndsOnThePositionOnTheTable)
+{
+    SeededRandom random(4);
+    open(dealNewGame(random));
+    EXPECT_EQ(commands->liveVerdict(), -1);
+    preferences.setShowsWinnability(true);
+    EXPECT_EQ(commands->liveVerdict(), 0);
+    std::mt19937 choose(11);
+    for (int round = 0; round < 6; ++round) {
+        for (int i = 0; i < 8; ++i) {
+            auto moves = legalMoves(store->state());
+            ASSERT_FALSE(moves.empty());
+            const auto& [source, destination] = moves[choose() % moves.size()];
+            ASSERT_TRUE(store->move(source, destination));
+            EXPECT_EQ(commands->liveVerdict(), 0);
+        }
+        for (int i = 0; i < 3; ++i) store->undo();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return commands->liveVerdict() != 0; }, 120000));
+        const int expected = [&] {
+            switch (verdictOf(store->state())) {
+            case Verdict::winnable: return 1;
+            case Verdict::unwinnable: return 2;
+            case Verdict::unknown: break;
+            }
+            return 3;
+        }();
+        EXPECT_EQ(commands->liveVerdict(), expected) << "round " << round;
+    }
+    preferences.setShowsWinnability(false);
+    EXPECT_EQ(commands->liveVerdict(), -1);
+}
+
+TEST_F(SolverCommandsTest, WithWinnableDealsOnlyEveryNewGameIsProvenWinnable)
+{
+    open(testing::knownDeal());
+    preferences.setWinnableDealsOnly(true);
+    for (int i = 0; i < 20; ++i) {
+        store->newGame();
+        EXPECT_EQ(verdictOf(store->state()), Verdict::winnable) << i;
+    }
+    // Off again, the plain shuffle deals at once, without waiting for a proof.
+    preferences.setWinnableDealsOnly(false);
+    store->newGame();
+    EXPECT_TRUE(isWellFormed(store->state()));
 }
 
 } // namespace

@@ -204,6 +204,7 @@ ApplicationWindow {
         anchors.fill: parent
         board: window.board
         preferences: window.preferences
+        solver: window.solver
         versionText: window.versionText
         updateHost: window.updater !== null ? window.updater.feedHost : ""
     }
