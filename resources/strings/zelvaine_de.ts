@@ -478,7 +478,7 @@
     </message>
     <message>
         <source>Solver</source>
-        <translation type="unfinished">Solver</translation>
+        <translation>Solver</translation>
     </message>
     <message>
         <source>Show whether the deal can be won</source>
