@@ -4,11 +4,16 @@
 #include "solver/solver.hpp"
 #include "solver/solver_position.hpp"
 #include "solver/solver_task.hpp"
+#include "solver/winnability_service.hpp"
 
 #include <benchmark/benchmark.h>
 
 #include <chrono>
+#include <condition_variable>
+#include <fstream>
+#include <mutex>
 #include <thread>
+#include <unistd.h>
 
 namespace zelvaine {
 namespace {
@@ -76,6 +81,90 @@ void BM_CancelLatency(benchmark::State& state)
     }
 }
 BENCHMARK(BM_CancelLatency)->Arg(50)->Arg(500)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
+
+// What the window's thread pays to ask the service, while a long solve runs: one request that
+// supersedes it, then a cancel. The target is 2 ms for either.
+void BM_ServiceRequestAndCancel(benchmark::State& state)
+{
+    const GameState deal = seededDeal(1, 638);
+    solver::WinnabilityService service([](auto) {}, {.positionBudget = 100'000'000});
+    service.request(deal);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    for (auto _ : state) {
+        service.request(deal);
+        service.cancel();
+    }
+}
+BENCHMARK(BM_ServiceRequestAndCancel)->Unit(benchmark::kMicrosecond);
+
+// From a request that supersedes a long solve (stopped after 50 ms) to the new answer, for a
+// position decided at once: the stale solve's stop, the memory handed back and the new solve.
+void BM_ServiceSupersede(benchmark::State& state)
+{
+    const GameState lost = seededDeal(1, 638);
+    SeededRandom random(1);
+    const GameState quick = dealNewGame(random);
+    std::mutex mutex;
+    std::condition_variable arrived;
+    bool answered = false;
+    solver::WinnabilityService service([&](auto) {
+        const std::scoped_lock lock(mutex);
+        answered = true;
+        arrived.notify_all();
+    }, {.positionBudget = 100'000'000});
+    for (auto _ : state) {
+        service.request(lost);
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        {
+            const std::scoped_lock lock(mutex);
+            answered = false;
+        }
+        const auto start = std::chrono::steady_clock::now();
+        service.request(quick);
+        std::unique_lock lock(mutex);
+        arrived.wait(lock, [&] { return answered; });
+        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+}
+BENCHMARK(BM_ServiceSupersede)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
+
+double residentMegabytes()
+{
+    std::ifstream statm("/proc/self/statm");
+    long size = 0;
+    long resident = 0;
+    statm >> size >> resident;
+    return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
+}
+
+// Resident memory before the first and after the fiftieth of fifty solves of seeded deals:
+// the service hands each solve's memory back, so the two stay within 10 MB.
+void BM_ServiceMemoryAfterFiftySolves(benchmark::State& state)
+{
+    SeededRandom random(5);
+    std::vector<GameState> deals;
+    for (int i = 0; i < 50; ++i) deals.push_back(dealNewGame(random));
+    for (auto _ : state) {
+        std::mutex mutex;
+        std::condition_variable arrived;
+        int answers = 0;
+        solver::WinnabilityService service([&](auto) {
+            const std::scoped_lock lock(mutex);
+            ++answers;
+            arrived.notify_all();
+        });
+        const double before = residentMegabytes();
+        for (const GameState& deal : deals) {
+            const int expected = answers + 1;
+            service.request(deal);
+            std::unique_lock lock(mutex);
+            arrived.wait(lock, [&] { return answers >= expected; });
+        }
+        state.counters["MB before"] = before;
+        state.counters["MB after"] = residentMegabytes();
+    }
+}
+BENCHMARK(BM_ServiceMemoryAfterFiftySolves)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 void BM_GenerateMovesAndEvaluate(benchmark::State& state)
 {

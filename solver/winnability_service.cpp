@@ -16,6 +16,7 @@ WinnabilityService::WinnabilityService(Delivery deliver, SolveFunction solveFunc
     : deliver_(std::move(deliver)), solve_(std::move(solveFunction)), releaseMemory_(std::move(releaseMemory)),
       worker_([this](std::stop_token quit) { run(std::move(quit)); })
 {
+    keepLargeBlocksMapped();
 }
 
 WinnabilityService::~WinnabilityService()
