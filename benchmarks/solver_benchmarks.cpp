@@ -1,6 +1,8 @@
 // How fast the solver examines positions, and what one verdict costs on reproducible deals.
 
+#include "engine/move_rules.hpp"
 #include "solver/exhaustive_search.hpp"
+#include "solver/survey.hpp"
 #include "solver/solver.hpp"
 #include "solver/solver_position.hpp"
 #include "solver/solver_task.hpp"
@@ -12,6 +14,7 @@
 #include <condition_variable>
 #include <fstream>
 #include <mutex>
+#include <random>
 #include <thread>
 #include <unistd.h>
 
@@ -165,6 +168,50 @@ void BM_ServiceMemoryAfterFiftySolves(benchmark::State& state)
     }
 }
 BENCHMARK(BM_ServiceMemoryAfterFiftySolves)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+// The live verdict's delay as the player meets it: positions of random legal play (every fifth
+// of up to 100 moves) from 100 deals of seed 1, each asked of the service the window uses, timed
+// from the request to the answer. The target is 250 ms for 95% of them.
+void BM_ServiceVerdictInPlay(benchmark::State& state)
+{
+    std::vector<GameState> positions;
+    SeededRandom random(1);
+    std::mt19937 choose(1);
+    for (int d = 0; d < 100; ++d) {
+        GameState position = dealNewGame(random);
+        for (int move = 0; move < 100; ++move) {
+            if (move % 5 == 0) positions.push_back(position);
+            const auto moves = legalMoves(position);
+            if (moves.empty()) break;
+            const LegalMove& chosen = moves[choose() % moves.size()];
+            position = std::get<MoveMoved>(applyMove(position, chosen.source, chosen.destination)).state;
+        }
+    }
+    std::mutex mutex;
+    std::condition_variable arrived;
+    int answers = 0;
+    solver::WinnabilityService service([&](auto) {
+        const std::scoped_lock lock(mutex);
+        ++answers;
+        arrived.notify_all();
+    });
+    std::vector<double> milliseconds;
+    for (auto _ : state) {
+        for (const GameState& position : positions) {
+            const auto start = std::chrono::steady_clock::now();
+            const int expected = answers + 1;
+            service.request(position);
+            std::unique_lock lock(mutex);
+            arrived.wait(lock, [&] { return answers >= expected; });
+            milliseconds.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+        }
+    }
+    const auto within = std::ranges::count_if(milliseconds, [](double ms) { return ms <= 250; });
+    state.counters["positions"] = static_cast<double>(milliseconds.size());
+    state.counters["within 250 ms"] = static_cast<double>(within) / static_cast<double>(milliseconds.size());
+    state.counters["p95 ms"] = solver::percentile(milliseconds, 0.95);
+}
+BENCHMARK(BM_ServiceVerdictInPlay)->Iterations(1)->Unit(benchmark::kSecond);
 
 void BM_GenerateMovesAndEvaluate(benchmark::State& state)
 {

@@ -36,27 +36,6 @@ GameState lostDeal()
     }
 }
 
-std::vector<std::pair<MoveSource, MoveDestination>> legalMoves(const GameState& s)
-{
-    std::vector<MoveSource> sources;
-    for (std::int64_t c = 0; c < 10; ++c) {
-        const auto length = static_cast<std::int64_t>(s.tableau[static_cast<std::size_t>(c)].size());
-        for (std::int64_t i = 0; i < length; ++i) sources.push_back(MoveSource::tableau(c, i));
-    }
-    for (std::int64_t i = 0; i < 4; ++i) sources.push_back(MoveSource::hand(i));
-    std::vector<MoveDestination> destinations{MoveDestination::hand()};
-    for (std::int64_t i = 0; i < 10; ++i) destinations.push_back(MoveDestination::tableau(i));
-    for (std::int64_t i = 0; i < 8; ++i) destinations.push_back(MoveDestination::foundation(i));
-    std::vector<std::pair<MoveSource, MoveDestination>> moves;
-    for (const auto& source : sources) {
-        for (const auto& destination : destinations) {
-            if (source.isHand() && destination.isHand()) continue;
-            if (canMove(s, source, destination)) moves.emplace_back(source, destination);
-        }
-    }
-    return moves;
-}
-
 class SolverCommandsTest : public ::testing::Test {
 protected:
     void open(const GameState& game)
@@ -93,7 +72,7 @@ TEST_F(SolverCommandsTest, ALostDealIsToldSoAndHasNoWinnablePositionToGoBackTo)
     for (int i = 0; i < 3; ++i) {
         const auto moves = legalMoves(store->state());
         ASSERT_FALSE(moves.empty());
-        ASSERT_TRUE(store->move(moves.front().first, moves.front().second));
+        ASSERT_TRUE(store->move(moves.front().source, moves.front().destination));
     }
     const GameState table = store->state();
     commands->undoToLastWinnablePosition();
@@ -115,9 +94,9 @@ TEST_F(SolverCommandsTest, UndoToTheLastWinnablePositionStopsWhereTheDealWasLost
         auto moves = legalMoves(store->state());
         ASSERT_FALSE(moves.empty());
         // Into the hand more often than not: that is how a deal gets lost.
-        std::erase_if(moves, [&](const auto& move) { return move.second.isFoundation() && choose() % 4 != 0; });
-        const auto& [source, destination] = moves[choose() % moves.size()];
-        ASSERT_TRUE(store->move(source, destination));
+        std::erase_if(moves, [&](const LegalMove& move) { return move.destination.isFoundation() && choose() % 4 != 0; });
+        const LegalMove& move = moves[choose() % moves.size()];
+        ASSERT_TRUE(store->move(move.source, move.destination));
     }
     ASSERT_EQ(verdictOf(store->state()), Verdict::unwinnable);
     const auto lostAt = store->state().moveCount;
@@ -156,7 +135,7 @@ TEST_F(SolverCommandsTest, AWinningMoveKeepsTheDealWinnableAndCountsAsAHint)
     const MoveSource source = *store->selection();
     bool kept = false;
     for (const auto& [from, to] : legalMoves(store->state())) {
-        if (from != source || moveHintText(store->state(), from, to) != notice()) continue;
+        if (!(from == source) || moveHintText(store->state(), from, to) != notice()) continue;
         const MoveOutcome outcome = applyMove(store->state(), from, to);
         const auto* moved = std::get_if<MoveMoved>(&outcome);
         if (moved && verdictOf(moved->state) == Verdict::winnable) kept = true;
@@ -193,8 +172,8 @@ TEST_F(SolverCommandsTest, TheLiveVerdictEndsOnThePositionOnTheTable)
         for (int i = 0; i < 8; ++i) {
             auto moves = legalMoves(store->state());
             ASSERT_FALSE(moves.empty());
-            const auto& [source, destination] = moves[choose() % moves.size()];
-            ASSERT_TRUE(store->move(source, destination));
+            const LegalMove& move = moves[choose() % moves.size()];
+            ASSERT_TRUE(store->move(move.source, move.destination));
             EXPECT_EQ(commands->liveVerdict(), 0);
         }
         for (int i = 0; i < 3; ++i) store->undo();
