@@ -140,6 +140,30 @@ double residentMegabytes()
     return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
+// The service with a caller that waits for each answer, as the measurements below need.
+class AskingService {
+public:
+    void ask(const GameState& position)
+    {
+        std::unique_lock lock(mutex_);
+        const int expected = answers_ + 1;
+        lock.unlock();
+        service_.request(position);
+        lock.lock();
+        arrived_.wait(lock, [&] { return answers_ >= expected; });
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable arrived_;
+    int answers_ = 0;
+    solver::WinnabilityService service_{[this](auto) {
+        const std::scoped_lock lock(mutex_);
+        ++answers_;
+        arrived_.notify_all();
+    }};
+};
+
 // Resident memory before the first and after the fiftieth of fifty solves of seeded deals:
 // the service hands each solve's memory back, so the two stay within 10 MB.
 void BM_ServiceMemoryAfterFiftySolves(benchmark::State& state)
@@ -148,21 +172,9 @@ void BM_ServiceMemoryAfterFiftySolves(benchmark::State& state)
     std::vector<GameState> deals;
     for (int i = 0; i < 50; ++i) deals.push_back(dealNewGame(random));
     for (auto _ : state) {
-        std::mutex mutex;
-        std::condition_variable arrived;
-        int answers = 0;
-        solver::WinnabilityService service([&](auto) {
-            const std::scoped_lock lock(mutex);
-            ++answers;
-            arrived.notify_all();
-        });
+        AskingService service;
         const double before = residentMegabytes();
-        for (const GameState& deal : deals) {
-            const int expected = answers + 1;
-            service.request(deal);
-            std::unique_lock lock(mutex);
-            arrived.wait(lock, [&] { return answers >= expected; });
-        }
+        for (const GameState& deal : deals) service.ask(deal);
         state.counters["MB before"] = before;
         state.counters["MB after"] = residentMegabytes();
     }
@@ -187,22 +199,12 @@ void BM_ServiceVerdictInPlay(benchmark::State& state)
             position = std::get<MoveMoved>(applyMove(position, chosen.source, chosen.destination)).state;
         }
     }
-    std::mutex mutex;
-    std::condition_variable arrived;
-    int answers = 0;
-    solver::WinnabilityService service([&](auto) {
-        const std::scoped_lock lock(mutex);
-        ++answers;
-        arrived.notify_all();
-    });
+    AskingService service;
     std::vector<double> milliseconds;
     for (auto _ : state) {
         for (const GameState& position : positions) {
             const auto start = std::chrono::steady_clock::now();
-            const int expected = answers + 1;
-            service.request(position);
-            std::unique_lock lock(mutex);
-            arrived.wait(lock, [&] { return answers >= expected; });
+            service.ask(position);
             milliseconds.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
         }
     }
