@@ -23,6 +23,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <filesystem>
 #include <memory>
 #include <thread>
 
@@ -339,6 +340,9 @@ TEST_F(MainWindowTest, TheWinnabilityIndicatorFollowsItsPreference)
     ASSERT_TRUE(QTest::qWaitFor([this] { return solver->liveVerdict() == 1; }, 120000));
     EXPECT_EQ(indicator->property("text").toString(), "Can be won");
     EXPECT_EQ(indicator->property("accessibleName").toString(), "Winnability: Can be won");
+    QTest::qWait(100);
+    const auto shot = std::filesystem::path(ZELVAINE_SCREENSHOT_DIR) / "board-winnability.png";
+    EXPECT_TRUE(window->grabWindow().save(QString::fromStdString(shot.string())));
     preferences.setShowsWinnability(false);
     EXPECT_FALSE(indicator->isVisible());
 }
