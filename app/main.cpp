@@ -17,6 +17,7 @@
 #include "store/sqlite_defaults_store.hpp"
 #include "ui/game_board.hpp"
 #include "ui/preferences_model.hpp"
+#include "ui/solver_commands.hpp"
 #include "zelvaine/version.hpp"
 
 #include <QGuiApplication>
@@ -102,6 +103,7 @@ int main(int argc, char** argv)
     const zelvaine::GameCenterService gameCenter; // no game service here: both of its flags stay false
     zelvaine::GameBoard board(store, &preferences);
     zelvaine::PreferencesModel preferencesModel(preferences);
+    zelvaine::SolverCommands solverCommands(store, &preferences);
     // Checks for a newer release when the player asks, and on its own as configured.
     // A packager (or a test) may point the checker elsewhere with --update-configuration=FILE.
     const QString updateConfiguration = commandLine.updateConfiguration
@@ -114,6 +116,7 @@ int main(int argc, char** argv)
     engine.addImportPath(QStringLiteral("qrc:/"));
     engine.setInitialProperties({{"board", QVariant::fromValue(&board)},
                                  {"preferences", QVariant::fromValue(&preferencesModel)},
+                                 {"solver", QVariant::fromValue(&solverCommands)},
                                  {"updater", QVariant::fromValue(&updater)},
                                  {"versionText", QString::fromLatin1(zelvaine::build::versionText)}});
     engine.load(QUrl(QStringLiteral("qrc:/Zelvaine/qml/Main.qml")));

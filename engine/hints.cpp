@@ -56,6 +56,28 @@ std::optional<std::string> hintText(const GameState& state, const MoveSource& so
     return std::nullopt;
 }
 
+std::string moveHintText(const GameState& state, const MoveSource& source, const MoveDestination& destination)
+{
+    const auto cards = movableCardsView(state, source);
+    if (!cards || cards->empty()) return {};
+    const PlayingCard& first = cards->front();
+    switch (destination.kind) {
+    case MoveDestination::Kind::foundation:
+        return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Move %1 to foundation %2.")),
+                          {accessibleName(first), number(destination.index.value_or(0))});
+    case MoveDestination::Kind::hand:
+        return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Move %1 to your hand.")), {accessibleName(first)});
+    case MoveDestination::Kind::tableau:
+        break;
+    }
+    const std::string column = number(destination.index.value_or(0));
+    if (cards->size() == 1) {
+        return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Move %1 to column %2.")), {accessibleName(first), column});
+    }
+    return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Move %1 and its string to column %2.")),
+                      {accessibleName(first), column});
+}
+
 Hint findHint(const GameState& state)
 {
     auto offer = [&](const MoveSource& source) -> std::optional<Hint> {

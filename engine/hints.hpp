@@ -20,6 +20,10 @@ struct Hint {
 };
 Hint findHint(const GameState& state);
 
+// The sentence for one given move, in the same forms as hintText; for moves chosen elsewhere
+// (the solver's winning line). `source` must be movable.
+std::string moveHintText(const GameState& state, const MoveSource& source, const MoveDestination& destination);
+
 // Does this string already rest on a correct parent, so that moving it gains nothing?
 bool isAlreadyBuilt(const GameState& state, const MoveSource& source);
 

@@ -146,6 +146,33 @@ bool canMove(const GameState& state, const MoveSource& source, const MoveDestina
     return false;
 }
 
+std::vector<LegalMove> legalMoves(const GameState& state)
+{
+    std::vector<MoveSource> sources;
+    for (std::size_t c = 0; c < state.tableau.size(); ++c) {
+        for (std::size_t i = 0; i < state.tableau[c].size(); ++i) {
+            sources.push_back(MoveSource::tableau(static_cast<std::int64_t>(c), static_cast<std::int64_t>(i)));
+        }
+    }
+    for (std::size_t h = 0; h < state.hand.size(); ++h) sources.push_back(MoveSource::hand(static_cast<std::int64_t>(h)));
+    for (std::size_t f = 0; f < state.foundations.size(); ++f) {
+        sources.push_back(MoveSource::foundation(static_cast<std::int64_t>(f)));
+    }
+    std::vector<MoveDestination> destinations{MoveDestination::hand()};
+    for (std::size_t c = 0; c < state.tableau.size(); ++c) destinations.push_back(MoveDestination::tableau(static_cast<std::int64_t>(c)));
+    for (std::size_t f = 0; f < state.foundations.size(); ++f) {
+        destinations.push_back(MoveDestination::foundation(static_cast<std::int64_t>(f)));
+    }
+    std::vector<LegalMove> moves;
+    for (const MoveSource& source : sources) {
+        for (const MoveDestination& destination : destinations) {
+            if (source.isHand() && destination.isHand()) continue;
+            if (canMove(state, source, destination)) moves.push_back({source, destination});
+        }
+    }
+    return moves;
+}
+
 bool canMoveToAnyFoundation(const GameState& state, const MoveSource& source)
 {
     for (std::size_t f = 0; f < state.foundations.size(); ++f) {

@@ -35,6 +35,14 @@ std::optional<std::int64_t> handRearrangementSlot(const GameState& state, std::o
 bool canMove(const GameState& state, const MoveSource& source, const MoveDestination& destination);
 bool canMoveToAnyFoundation(const GameState& state, const MoveSource& source);
 
+struct LegalMove {
+    MoveSource source;
+    MoveDestination destination;
+};
+// Every counted move the position allows, any free hand slot standing for all of them; for
+// random play in tests and measurements. Rearrangements inside the hand are left out.
+std::vector<LegalMove> legalMoves(const GameState& state);
+
 // The taking-away half of a move, made on a copy of the position.
 void removeMovedCards(GameState& state, const MoveSource& source);
 

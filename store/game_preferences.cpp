@@ -25,6 +25,8 @@ GamePreferences::GamePreferences(DefaultsStore& defaults, SoundCues& sound)
                                                                            : LandscapeHandSide::left),
       showsMoveMessages_(defaults.boolean(keys::showsMoveMessages).value_or(true)),
       soundsEnabled_(defaults.boolean(keys::soundsEnabled).value_or(true)),
+      showsWinnability_(defaults.boolean(keys::showsWinnability).value_or(false)),
+      winnableDealsOnly_(defaults.boolean(keys::winnableDealsOnly).value_or(false)),
       highScore_(defaults.integer(keys::highScore)),
       gamesPlayed_(defaults.integer(keys::gamesPlayed).value_or(0)),
       gamesWon_(defaults.integer(keys::gamesWon).value_or(0)),
@@ -68,6 +70,18 @@ void GamePreferences::setSoundsEnabled(bool value)
     assign(soundsEnabled_, value, GamePreferencesProperty::soundsEnabled);
     defaults_.set(keys::soundsEnabled, value);
     sound_.setEnabled(value);
+}
+
+void GamePreferences::setShowsWinnability(bool value)
+{
+    assign(showsWinnability_, value, GamePreferencesProperty::showsWinnability);
+    defaults_.set(keys::showsWinnability, value);
+}
+
+void GamePreferences::setWinnableDealsOnly(bool value)
+{
+    assign(winnableDealsOnly_, value, GamePreferencesProperty::winnableDealsOnly);
+    defaults_.set(keys::winnableDealsOnly, value);
 }
 
 void GamePreferences::setShowSettings(bool value) { assign(showSettings_, value, GamePreferencesProperty::showSettings); }

@@ -15,7 +15,7 @@ std::string_view rawValue(LandscapeHandSide side);
 
 enum class GamePreferencesProperty : std::uint8_t {
     showsHint, showsUndo, landscapeHandSide, showsMoveMessages, soundsEnabled, highScore, gamesPlayed, gamesWon,
-    gamesLost, gameCenterEligibleWins, gameCenterBestMoveCount, showSettings
+    gamesLost, gameCenterEligibleWins, gameCenterBestMoveCount, showSettings, showsWinnability, winnableDealsOnly
 };
 
 namespace preferenceKeys {
@@ -24,6 +24,8 @@ inline constexpr std::string_view showsUndo = "zelvaine.preferences.shows-undo";
 inline constexpr std::string_view landscapeHandSide = "zelvaine.preferences.landscape-hand-side";
 inline constexpr std::string_view showsMoveMessages = "zelvaine.preferences.shows-move-messages";
 inline constexpr std::string_view soundsEnabled = "zelvaine.preferences.sounds-enabled";
+inline constexpr std::string_view showsWinnability = "zelvaine.preferences.shows-winnability";
+inline constexpr std::string_view winnableDealsOnly = "zelvaine.preferences.winnable-deals-only";
 inline constexpr std::string_view highScore = "zelvaine.statistics.high-score";
 inline constexpr std::string_view gamesPlayed = "zelvaine.statistics.games-played";
 inline constexpr std::string_view gamesWon = "zelvaine.statistics.games-won";
@@ -44,6 +46,9 @@ public:
     LandscapeHandSide landscapeHandSide() const { return landscapeHandSide_; }
     bool showsMoveMessages() const { return showsMoveMessages_; }
     bool soundsEnabled() const { return soundsEnabled_; }
+    // The solver's: a live verdict in the toolbar, and only deals it has proven winnable.
+    bool showsWinnability() const { return showsWinnability_; }
+    bool winnableDealsOnly() const { return winnableDealsOnly_; }
     std::optional<std::int64_t> highScore() const { return highScore_; }
     std::int64_t gamesPlayed() const { return gamesPlayed_; }
     std::int64_t gamesWon() const { return gamesWon_; }
@@ -60,6 +65,8 @@ public:
     void setLandscapeHandSide(LandscapeHandSide value);
     void setShowsMoveMessages(bool value);
     void setSoundsEnabled(bool value);
+    void setShowsWinnability(bool value);
+    void setWinnableDealsOnly(bool value);
     void setShowSettings(bool value);
 
     // A deal seen for the first time counts as played, and the unfinished one before it as lost.
@@ -78,6 +85,8 @@ private:
     LandscapeHandSide landscapeHandSide_;
     bool showsMoveMessages_;
     bool soundsEnabled_;
+    bool showsWinnability_;
+    bool winnableDealsOnly_;
     std::optional<std::int64_t> highScore_;
     std::int64_t gamesPlayed_;
     std::int64_t gamesWon_;

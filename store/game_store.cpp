@@ -216,7 +216,7 @@ void GameStore::replaceDeal(GameState current, GameState initial, GameChallengeR
 
 void GameStore::newGame()
 {
-    GameState deal = dealNewGame();
+    GameState deal = dealer_ ? dealer_() : dealNewGame();
     replaceDeal(deal, deal, {});
     setConfirmation(std::nullopt);
     persist();
@@ -412,6 +412,17 @@ void GameStore::showHint()
     Hint hint = findHint(state_);
     if (hint.source) setSelection(hint.source);
     assign(message_, std::move(hint.text), GameStoreProperty::message);
+}
+
+void GameStore::showMoveHint(const MoveSource& source, const MoveDestination& destination)
+{
+    GameChallengeRecord challenge = challenge_;
+    challenge.usedHint = true;
+    setChallenge(challenge);
+    persist();
+    assign(messageKind_, GameMessageKind::hint, GameStoreProperty::messageKind);
+    setSelection(source);
+    assign(message_, moveHintText(state_, source, destination), GameStoreProperty::message);
 }
 
 std::optional<ZelvaineGameDocumentError> GameStore::prepareSharedGame(const ZelvaineGameDocument& document)

@@ -12,6 +12,7 @@
 #include "store/sound_cues.hpp"
 #include "store/uptime_clock.hpp"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -73,6 +74,8 @@ public:
     void clearMessage();
 
     void newGame();
+    // Where newGame's deals come from; none for the plain shuffle.
+    void setDealer(std::function<GameState()> dealer) { dealer_ = std::move(dealer); }
     void restartGame();
     void undo();
     void redo();
@@ -98,6 +101,8 @@ public:
     bool registerTap(const MoveSource& source);
 
     void showHint();
+    // A hint chosen elsewhere (the solver's next winning move): shown and counted like showHint.
+    void showMoveHint(const MoveSource& source, const MoveDestination& destination);
 
     // Converts and holds a received game until the player confirms; the conversion's error is
     // returned unchanged and nothing changes then.
@@ -169,6 +174,7 @@ private:
     // A saved game found damaged at start: where it was kept, or that it could not be.
     std::optional<std::string> damagedGameKeptAs_;
     bool damagedGameLost_ = false;
+    std::function<GameState()> dealer_;
 };
 
 } // namespace zelvaine

@@ -21,6 +21,8 @@ class PreferencesModel : public QObject {
     Q_PROPERTY(bool handOnRight READ handOnRight WRITE setHandOnRight NOTIFY changed FINAL)
     Q_PROPERTY(bool showsMoveMessages READ showsMoveMessages WRITE setShowsMoveMessages NOTIFY changed FINAL)
     Q_PROPERTY(bool soundsEnabled READ soundsEnabled WRITE setSoundsEnabled NOTIFY changed FINAL)
+    Q_PROPERTY(bool showsWinnability READ showsWinnability WRITE setShowsWinnability NOTIFY changed FINAL)
+    Q_PROPERTY(bool winnableDealsOnly READ winnableDealsOnly WRITE setWinnableDealsOnly NOTIFY changed FINAL)
     // The settings window shows while this is set; closing it clears it.
     Q_PROPERTY(bool showSettings READ showSettings WRITE setShowSettings NOTIFY changed FINAL)
     Q_PROPERTY(QVariant highScore READ highScore NOTIFY changed FINAL)
@@ -40,6 +42,8 @@ public:
     bool handOnRight() const { return preferences_.landscapeHandSide() == LandscapeHandSide::right; }
     bool showsMoveMessages() const { return preferences_.showsMoveMessages(); }
     bool soundsEnabled() const { return preferences_.soundsEnabled(); }
+    bool showsWinnability() const { return preferences_.showsWinnability(); }
+    bool winnableDealsOnly() const { return preferences_.winnableDealsOnly(); }
     bool showSettings() const { return preferences_.showSettings(); }
     void setShowSettings(bool value) { preferences_.setShowSettings(value); }
     QVariant highScore() const;
@@ -53,6 +57,8 @@ public:
     void setHandOnRight(bool value);
     void setShowsMoveMessages(bool value) { preferences_.setShowsMoveMessages(value); }
     void setSoundsEnabled(bool value) { preferences_.setSoundsEnabled(value); }
+    void setShowsWinnability(bool value) { preferences_.setShowsWinnability(value); }
+    void setWinnableDealsOnly(bool value) { preferences_.setWinnableDealsOnly(value); }
 
 signals:
     void changed();

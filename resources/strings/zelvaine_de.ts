@@ -87,6 +87,26 @@
         <source>Save</source>
         <translation>Speichern</translation>
     </message>
+    <message>
+        <source>Checking…</source>
+        <translation>Wird geprüft…</translation>
+    </message>
+    <message>
+        <source>Can be won</source>
+        <translation>Zu gewinnen</translation>
+    </message>
+    <message>
+        <source>Lost</source>
+        <translation>Verloren</translation>
+    </message>
+    <message>
+        <source>Undecided</source>
+        <translation>Unentschieden</translation>
+    </message>
+    <message>
+        <source>Winnability: %1</source>
+        <translation>Gewinnbarkeit: %1</translation>
+    </message>
 </context>
 <context>
     <name>CardView</name>
@@ -240,6 +260,34 @@
     <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Solver</source>
+        <translation>Solver</translation>
+    </message>
+    <message>
+        <source>Stop Checking</source>
+        <translation>Prüfung abbrechen</translation>
+    </message>
+    <message>
+        <source>Can This Deal Be Won?</source>
+        <translation>Ist dieses Spiel zu gewinnen?</translation>
+    </message>
+    <message>
+        <source>Stop Searching</source>
+        <translation>Suche abbrechen</translation>
+    </message>
+    <message>
+        <source>Undo to Last Winnable Position</source>
+        <translation>Bis zur letzten gewinnbaren Stellung zurücknehmen</translation>
+    </message>
+    <message>
+        <source>Stop Looking for a Move</source>
+        <translation>Zugsuche abbrechen</translation>
+    </message>
+    <message>
+        <source>Show a Winning Move</source>
+        <translation>Einen Gewinnzug zeigen</translation>
     </message>
 </context>
 <context>
@@ -427,6 +475,26 @@
             <numerusform>%n Zug</numerusform>
             <numerusform>%n Züge</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Solver</source>
+        <translation>Solver</translation>
+    </message>
+    <message>
+        <source>Show whether the deal can be won</source>
+        <translation>Zeigen, ob das Spiel zu gewinnen ist</translation>
+    </message>
+    <message>
+        <source>The toolbar tells, after every move, whether the position can still be won.</source>
+        <translation>Die Werkzeugleiste zeigt nach jedem Zug, ob die Stellung noch zu gewinnen ist.</translation>
+    </message>
+    <message>
+        <source>Deal only winnable games</source>
+        <translation>Nur gewinnbare Spiele austeilen</translation>
+    </message>
+    <message>
+        <source>New games are deals the solver has proven can be won.</source>
+        <translation>Neue Spiele sind Verteilungen, die der Solver als gewinnbar nachgewiesen hat.</translation>
     </message>
 </context>
 <context>
@@ -1140,6 +1208,26 @@
     <message>
         <source>Zelvaine found its saved game damaged and could not keep a copy of it.</source>
         <translation>Zelvaine hat sein gespeichertes Spiel beschädigt vorgefunden und konnte keine Kopie davon aufbewahren.</translation>
+    </message>
+    <message>
+        <source>This deal can still be won.</source>
+        <translation>Dieses Spiel ist noch zu gewinnen.</translation>
+    </message>
+    <message>
+        <source>This deal can no longer be won.</source>
+        <translation>Dieses Spiel ist nicht mehr zu gewinnen.</translation>
+    </message>
+    <message>
+        <source>The solver could not decide this deal quickly.</source>
+        <translation>Der Solver konnte dieses Spiel nicht schnell entscheiden.</translation>
+    </message>
+    <message>
+        <source>This deal could not be won from its start.</source>
+        <translation>Dieses Spiel war von Anfang an nicht zu gewinnen.</translation>
+    </message>
+    <message>
+        <source>The deal was lost at move %1.</source>
+        <translation>Das Spiel ging mit Zug %1 verloren.</translation>
     </message>
 </context>
 <context>

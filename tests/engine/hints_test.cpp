@@ -55,6 +55,21 @@ TEST(HintText, AlreadyBuiltStringsOnlyGoToFoundations)
     EXPECT_FALSE(isAlreadyBuilt(s, MoveSource::hand(0)));
 }
 
+// A move chosen by the solver reads like a hint, whichever destination the hint would prefer.
+TEST(MoveHintText, EachDestinationInTheHintsOwnWords)
+{
+    GameState s = emptyBoard();
+    s.tableau[0] = cards("KS QD JC");
+    s.tableau[2] = cards("QH");
+    s.foundations[1] = foundationUpTo("10C");
+    EXPECT_EQ(moveHintText(s, MoveSource::tableau(0, 2), MoveDestination::tableau(2)), "Move jack of clubs to column 3.");
+    EXPECT_EQ(moveHintText(s, MoveSource::tableau(0, 2), MoveDestination::foundation(1)),
+              "Move jack of clubs to foundation 2.");
+    EXPECT_EQ(moveHintText(s, MoveSource::tableau(0, 2), MoveDestination::hand()), "Move jack of clubs to your hand.");
+    EXPECT_EQ(moveHintText(s, MoveSource::tableau(0, 0), MoveDestination::tableau(5)),
+              "Move king of spades and its string to column 6.");
+}
+
 TEST(HintText, KingStringOnTopOfItsColumnIsStillSuggestedForAnEmptyColumn)
 {
     GameState s = emptyBoard();

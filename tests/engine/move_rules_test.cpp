@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace zelvaine {
 namespace {
 
@@ -68,6 +70,31 @@ TEST(MovableCards, NamesWhatEachSourceCanLift)
     EXPECT_FALSE(movableCards(s, MoveSource::foundation(2)));
     EXPECT_FALSE(movableCards(s, MoveSource::foundation(8)));
     EXPECT_FALSE(movableCards(s, MoveSource::foundation(std::numeric_limits<std::int64_t>::min())));
+}
+
+// Every move listed is one applyMove makes, and none of the few this position allows is missing.
+TEST(LegalMoves, ListsExactlyTheMovesThePositionAllows)
+{
+    GameState s = testing::emptyBoard();
+    s.tableau[0] = testing::cards("KS QD JC");
+    s.tableau[1] = testing::cards("QH");
+    s.foundations[0] = testing::foundationUpTo("10C");
+    s.hand = {testing::card("5D"), std::nullopt, std::nullopt, std::nullopt};
+    const auto moves = legalMoves(s);
+    for (const LegalMove& move : moves) {
+        EXPECT_TRUE(std::holds_alternative<MoveMoved>(applyMove(s, move.source, move.destination)))
+            << toString(move.source) << " -> " << toString(move.destination);
+    }
+    auto has = [&](MoveSource source, MoveDestination destination) {
+        return std::ranges::any_of(moves, [&](const LegalMove& m) { return m.source == source && m.destination == destination; });
+    };
+    EXPECT_TRUE(has(MoveSource::tableau(0, 2), MoveDestination::foundation(0)));
+    EXPECT_TRUE(has(MoveSource::tableau(0, 2), MoveDestination::tableau(1)));
+    EXPECT_TRUE(has(MoveSource::tableau(0, 2), MoveDestination::hand()));
+    EXPECT_TRUE(has(MoveSource::tableau(0, 0), MoveDestination::tableau(2)));
+    EXPECT_TRUE(has(MoveSource::foundation(0), MoveDestination::hand()));
+    EXPECT_FALSE(has(MoveSource::hand(0), MoveDestination::hand()));
+    EXPECT_FALSE(has(MoveSource::tableau(0, 1), MoveDestination::hand()));
 }
 
 TEST(HandSlots, FreeSlotForCardsComingIn)

@@ -28,6 +28,8 @@ TEST(GamePreferences, DefaultsWithAnEmptyStore)
     EXPECT_FALSE(preferences.highScore());
     EXPECT_FALSE(preferences.gameCenterBestMoveCount());
     EXPECT_FALSE(preferences.showSettings());
+    EXPECT_FALSE(preferences.showsWinnability());
+    EXPECT_FALSE(preferences.winnableDealsOnly());
     EXPECT_EQ(sound.cues, std::vector<std::string>{"enabled:1"});
 }
 
@@ -79,8 +81,12 @@ TEST(GamePreferences, SettingAPreferenceStoresItAndTellsTheSoundPlayer)
     preferences.setShowsHint(false);
     preferences.setShowsUndo(false);
     preferences.setShowSettings(true);
+    preferences.setShowsWinnability(true);
+    preferences.setWinnableDealsOnly(true);
     EXPECT_EQ(seen, (std::vector{P::soundsEnabled, P::landscapeHandSide, P::showsMoveMessages, P::showsHint,
-                                 P::showsUndo, P::showSettings}));
+                                 P::showsUndo, P::showSettings, P::showsWinnability, P::winnableDealsOnly}));
+    EXPECT_EQ(defaults.boolean("zelvaine.preferences.shows-winnability"), true);
+    EXPECT_EQ(defaults.boolean("zelvaine.preferences.winnable-deals-only"), true);
     EXPECT_EQ(sound.cues.back(), "enabled:0");
     EXPECT_EQ(defaults.boolean(keys::soundsEnabled), false);
     EXPECT_EQ(defaults.text(keys::landscapeHandSide), "right");
@@ -92,6 +98,8 @@ TEST(GamePreferences, SettingAPreferenceStoresItAndTellsTheSoundPlayer)
     EXPECT_FALSE(reread.showsUndo());
     EXPECT_EQ(reread.landscapeHandSide(), LandscapeHandSide::right);
     EXPECT_FALSE(reread.showSettings());
+    EXPECT_TRUE(reread.showsWinnability());
+    EXPECT_TRUE(reread.winnableDealsOnly());
 }
 
 class Statistics : public ::testing::Test {

@@ -1,4 +1,5 @@
 #include "engine/hints.hpp"
+#include "engine/random_source.hpp"
 #include "engine/state_json.hpp"
 #include "store/game_store.hpp"
 #include "store/saved_game.hpp"
@@ -249,6 +250,18 @@ TEST_F(GameStoreTest, TapsSelectMoveOrReselect)
     EXPECT_EQ(store.state().tableau[4].back().rank, Rank::eight);
 }
 
+TEST_F(GameStoreTest, AGivenMoveShowsAsAHintAndCountsAsOne)
+{
+    GameStore store = persisting(knownDeal());
+    Recorder recorder(store);
+    store.showMoveHint(MoveSource::tableau(0, 9), MoveDestination::tableau(4));
+    EXPECT_EQ(recorder.take(), (std::vector{P::challenge, P::messageKind, P::selection, P::message}));
+    EXPECT_EQ(store.selection(), MoveSource::tableau(0, 9));
+    EXPECT_EQ(store.message(), "Move eight of hearts to column 5.");
+    EXPECT_EQ(store.messageKind(), GameMessageKind::hint);
+    EXPECT_TRUE(saved()->challenge.usedHint);
+}
+
 TEST_F(GameStoreTest, HintSelectsAndExplainsInOrder)
 {
     GameStore store = persisting(knownDeal());
@@ -367,6 +380,23 @@ TEST_F(GameStoreTest, NewGameReplacesEverything)
     EXPECT_FALSE(store.challenge().usedHint);
     EXPECT_EQ(sound.cues, std::vector<std::string>{"deal"});
     EXPECT_EQ(saved()->currentState, store.state());
+}
+
+// A dealer (the solver's, for winnable deals only) supplies new games while it is set; without
+// one, the plain shuffle deals again.
+TEST_F(GameStoreTest, NewGamesComeFromTheDealerWhileOneIsSet)
+{
+    GameStore store = persisting(knownDeal());
+    SeededRandom random(3);
+    const GameState chosen = dealNewGame(random);
+    store.setDealer([&] { return chosen; });
+    store.newGame();
+    EXPECT_EQ(store.state(), chosen);
+    EXPECT_EQ(store.initialState(), chosen);
+    store.setDealer({});
+    store.newGame();
+    EXPECT_NE(store.state(), chosen);
+    EXPECT_TRUE(isWellFormed(store.state()));
 }
 
 TEST_F(GameStoreTest, DeferredSavingWritesOnceAtTheEnd)

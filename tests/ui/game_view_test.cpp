@@ -896,6 +896,15 @@ TEST_F(GameViewTest, SettingsWriteThroughAndTakeEffectAtOnce)
     EXPECT_FALSE(preferences.showsMoveMessages());
     clickItem(settings, inWindow(settings, "soundsSwitch"));
     EXPECT_FALSE(preferences.soundsEnabled());
+    // The solver's box comes before the statistics, its switches showing the stored choices.
+    QQuickItem* solverBox = inWindow(settings, "solverBox");
+    ASSERT_TRUE(solverBox);
+    EXPECT_LT(solverBox->mapToScene({}).y(), inWindow(settings, "gamesPlayedValue")->mapToScene({}).y());
+    for (const char* name : {"showsWinnabilitySwitch", "winnableDealsOnlySwitch"})
+        EXPECT_FALSE(inWindow(settings, name)->property("checked").toBool()) << name;
+    preferences.setWinnableDealsOnly(true);
+    EXPECT_TRUE(inWindow(settings, "winnableDealsOnlySwitch")->property("checked").toBool());
+    preferences.setWinnableDealsOnly(false);
 
     // The privacy policy opens in place, with a way back.
     clickItem(settings, inWindow(settings, "privacyLink"));

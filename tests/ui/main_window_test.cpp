@@ -10,6 +10,7 @@
 #include "tests/support/positions.hpp"
 #include "ui/game_board.hpp"
 #include "ui/preferences_model.hpp"
+#include "ui/solver_commands.hpp"
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
@@ -21,7 +22,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <filesystem>
 #include <memory>
+#include <thread>
 
 Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
 
@@ -32,14 +36,16 @@ using testing::card;
 
 class MainWindowTest : public ::testing::Test {
 protected:
-    void open(const GameState& game, Updater* updater = nullptr)
+    void open(const GameState& game, Updater* updater = nullptr, solver::WinnabilityService::SolveFunction solve = {})
     {
         store = std::make_unique<GameStore>(game, defaults, sound);
         board = std::make_unique<GameBoard>(*store, &preferences);
+        solver = std::make_unique<SolverCommands>(*store, &preferences, std::move(solve));
         engine = std::make_unique<QQmlApplicationEngine>();
         engine->addImportPath(QStringLiteral("qrc:/"));
         engine->setInitialProperties({{"board", QVariant::fromValue(board.get())},
                                       {"preferences", QVariant::fromValue(&preferencesModel)},
+                                      {"solver", QVariant::fromValue(solver.get())},
                                       {"updater", QVariant::fromValue(static_cast<QObject*>(updater))}});
         engine->load(QUrl(QStringLiteral("qrc:/Zelvaine/qml/Main.qml")));
         ASSERT_FALSE(engine->rootObjects().isEmpty());
@@ -78,6 +84,7 @@ protected:
     PreferencesModel preferencesModel{preferences};
     std::unique_ptr<GameStore> store;
     std::unique_ptr<GameBoard> board;
+    std::unique_ptr<SolverCommands> solver;
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow* window = nullptr;
 };
@@ -171,6 +178,8 @@ TEST_F(MainWindowTest, MenusShowEachCommandsKey)
         {"openGameMenuItem", QKeySequence("Ctrl+O")},          {"newGameMenuItem", QKeySequence("Ctrl+N")},
         {"restartGameMenuItem", QKeySequence("Ctrl+R")},       {"undoMenuItem", QKeySequence("Ctrl+Z")},
         {"redoMenuItem", QKeySequence("Ctrl+Shift+Z")},        {"hintMenuItem", QKeySequence("Ctrl+Shift+/")},
+        {"canBeWonMenuItem", QKeySequence("Ctrl+Shift+C")},    {"undoToWinnableMenuItem", QKeySequence("Ctrl+Shift+L")},
+        {"winningMoveMenuItem", QKeySequence("Ctrl+Shift+W")},
     };
     for (const auto& [name, keys] : commands) {
         QQuickItem* shown = menuText(window, name, "menuItemKeys");
@@ -282,6 +291,62 @@ TEST_F(MainWindowTest, EveryKeyWorksEveryTime)
     }
 }
 
+// A solver command shows it is at work by offering to stop, keeps the others back meanwhile, and
+// answers in a notice; a move abandons it.
+TEST_F(MainWindowTest, SolverCommandsShowTheyAreWorkingAndAnswerInANotice)
+{
+    // A search that works until it is stopped, then one that answers at once.
+    std::atomic<bool> endless = true;
+    open(testing::knownDeal(), nullptr, [&](const GameState&, std::stop_token stop) {
+        while (endless && !stop.stop_requested()) std::this_thread::yield();
+        return solver::SolveResult{stop.stop_requested() ? solver::Verdict::unknown : solver::Verdict::unwinnable, {}, 0};
+    });
+    const QString title = command("canBeWonMenuItem")->property("text").toString();
+    EXPECT_FALSE(enabled("undoToWinnableMenuItem")) << "no history yet";
+    press(QKeySequence("Ctrl+Shift+C"));
+    EXPECT_EQ(solver->running(), 0);
+    EXPECT_NE(command("canBeWonMenuItem")->property("text").toString(), title);
+    EXPECT_TRUE(enabled("canBeWonMenuItem"));
+    EXPECT_FALSE(enabled("winningMoveMenuItem"));
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
+    EXPECT_EQ(solver->running(), -1);
+    EXPECT_EQ(command("canBeWonMenuItem")->property("text").toString(), title);
+    EXPECT_TRUE(enabled("undoToWinnableMenuItem"));
+
+    // Chosen again while it works, the command stops the search.
+    press(QKeySequence("Ctrl+Shift+C"));
+    EXPECT_EQ(solver->running(), 0);
+    press(QKeySequence("Ctrl+Shift+C"));
+    EXPECT_EQ(solver->running(), -1);
+
+    endless = false;
+    press(QKeySequence("Ctrl+Shift+C"));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return solver->running() == -1; }, 120000));
+    EXPECT_EQ(store->messageKind(), GameMessageKind::notice);
+    EXPECT_EQ(store->message(), "This deal can no longer be won.");
+}
+
+// The toolbar's verdict shows only while the player asks for it, and says what it found.
+TEST_F(MainWindowTest, TheWinnabilityIndicatorFollowsItsPreference)
+{
+    open(testing::knownDeal(), nullptr, [](const GameState&, std::stop_token) {
+        return solver::SolveResult{solver::Verdict::winnable, {}, 0};
+    });
+    QQuickItem* indicator = findItem(window->contentItem(), "winnabilityIndicator");
+    ASSERT_TRUE(indicator);
+    EXPECT_FALSE(indicator->isVisible());
+    preferences.setShowsWinnability(true);
+    EXPECT_TRUE(indicator->isVisible());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return solver->liveVerdict() == 1; }, 120000));
+    EXPECT_EQ(indicator->property("text").toString(), "Can be won");
+    EXPECT_EQ(indicator->property("accessibleName").toString(), "Winnability: Can be won");
+    QTest::qWait(100);
+    const auto shot = std::filesystem::path(ZELVAINE_SCREENSHOT_DIR) / "board-winnability.png";
+    EXPECT_TRUE(window->grabWindow().save(QString::fromStdString(shot.string())));
+    preferences.setShowsWinnability(false);
+    EXPECT_FALSE(indicator->isVisible());
+}
+
 TEST_F(MainWindowTest, HintIsUnavailableOnceTheDealIsWon)
 {
     GameState almost = testing::emptyBoard();
@@ -302,12 +367,17 @@ TEST_F(MainWindowTest, TrimmingTheMenuBarKeepsEveryCommand)
     pruneMenuBar(bar);
     QCoreApplication::processEvents();
     for (const char* name : {"aboutItem", "checkForUpdatesItem", "preferencesItem", "quitItem", "openGameMenuItem",
-                             "newGameMenuItem", "restartGameMenuItem", "undoMenuItem", "redoMenuItem", "hintMenuItem"})
+                             "newGameMenuItem", "restartGameMenuItem", "undoMenuItem", "redoMenuItem", "hintMenuItem",
+                             "canBeWonMenuItem", "undoToWinnableMenuItem", "winningMoveMenuItem"})
         EXPECT_TRUE(window->findChild<QObject*>(name)) << name;
-    EXPECT_EQ(bar->property("count").toInt(), 4);
+    // Zelvaine, File, Edit, Solver and Help.
+    EXPECT_EQ(bar->property("count").toInt(), 5);
     // The commands still act after the trim.
     press(QKeySequence("Ctrl+Shift+/"));
     EXPECT_EQ(store->messageKind(), GameMessageKind::hint);
+    store->clearMessage();
+    press(QKeySequence("Ctrl+Shift+C"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return store->messageKind() == GameMessageKind::notice; }, 120000));
 }
 
 QObject* dialog(QQuickWindow* window, const char* name)

@@ -6,6 +6,7 @@
 #include "engine/json_writer.hpp"
 #include "engine/move_rules.hpp"
 #include "engine/state_json.hpp"
+#include "solver/memory_release.hpp"
 #include "solver/solver.hpp"
 #include "solver/survey.hpp"
 #include "store/game_document.hpp"
@@ -29,9 +30,6 @@
 #include <sys/resource.h>
 #include <time.h>
 
-#if defined(__GLIBC__)
-#include <malloc.h>
-#endif
 
 namespace zelvaine::cli {
 namespace {
@@ -361,24 +359,6 @@ double shareOf(const std::vector<double>& decidedMilliseconds, double limit, std
     return deals == 0 ? 0.0 : static_cast<double>(within) / static_cast<double>(deals);
 }
 
-// Deals ask for tables of different sizes, and the allocator would keep freed blocks and pile
-// them up over thousands of deals, so that the process's peak would say more about them than
-// about any one solve. Large blocks are therefore mapped and unmapped one by one, and what is
-// left over is handed back after each solve.
-void keepLargeBlocksMapped()
-{
-#if defined(__GLIBC__)
-    mallopt(M_MMAP_THRESHOLD, 1 << 20);
-#endif
-}
-
-void releaseFreedMemory()
-{
-#if defined(__GLIBC__)
-    malloc_trim(0);
-#endif
-}
-
 // The most memory this process has held, as the system counts it.
 double peakMemoryMegabytes()
 {
@@ -394,7 +374,10 @@ std::string surveyCommand(std::span<const std::string_view> args)
     if (!options.deals || !options.seed) throw UsageError{"'survey' needs --deals N and --seed S"};
     const auto solverSettings = solverOptions(options);
 
-    keepLargeBlocksMapped();
+    // Deals ask for tables of different sizes; without this the allocator would pile freed
+    // blocks up over thousands of deals, and the process's peak would say more about them than
+    // about any one solve.
+    solver::keepLargeBlocksMapped();
     SeededRandom random(*options.seed);
     std::uint64_t won = 0;
     std::uint64_t lost = 0;
@@ -406,7 +389,7 @@ std::string surveyCommand(std::span<const std::string_view> args)
         const double start = threadCpuMilliseconds();
         const solver::SolveResult result = solver::solve(state, solverSettings);
         milliseconds.push_back(threadCpuMilliseconds() - start);
-        releaseFreedMemory();
+        solver::releaseFreeMemory();
         if (result.verdict != solver::Verdict::unknown) decidedMilliseconds.push_back(milliseconds.back());
         if (result.verdict == solver::Verdict::winnable) {
             ++won;

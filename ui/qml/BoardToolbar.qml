@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Dialogs
 import QtQuick.Layouts
+import Zelvaine
 
 // The title, the move count, the best result and the game's commands above the table.
 RowLayout {
@@ -9,6 +10,7 @@ RowLayout {
 
     required property var board
     required property var preferences
+    property SolverCommands solver: null
     property bool isCompact: false
     // The buttons keep their titles while the toolbar has room for them, and show only their
     // icons (with the title as a tooltip) when it has not.
@@ -70,6 +72,26 @@ RowLayout {
             font.weight: Font.DemiBold
             color: Qt.rgba(1, 0.84, 0.29, 0.82)
         }
+    }
+    // Whether the table can still be won, while the player asks to see it.
+    Text {
+        objectName: "winnabilityIndicator"
+        // As SolverCommands.liveVerdict: -1 off, 0 checking, 1 can be won, 2 lost, 3 undecided.
+        readonly property int verdict: toolbar.solver !== null ? toolbar.solver.liveVerdict : -1
+        visible: verdict !== -1
+        Layout.leftMargin: 14
+        text: verdict === 0 ? qsTr("Checking…")
+            : verdict === 1 ? qsTr("Can be won")
+            : verdict === 2 ? qsTr("Lost")
+            : qsTr("Undecided")
+        font.pixelSize: 11
+        font.weight: Font.DemiBold
+        color: verdict === 1 ? Qt.rgba(0.55, 0.9, 0.6, 0.9)
+             : verdict === 2 ? Qt.rgba(1, 0.55, 0.5, 0.9)
+             : Qt.rgba(1, 1, 1, 0.6)
+        readonly property string accessibleName: qsTr("Winnability: %1").arg(text)
+        Accessible.role: Accessible.StaticText
+        Accessible.name: accessibleName
     }
     Item { Layout.fillWidth: true }
 

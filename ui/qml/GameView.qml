@@ -10,6 +10,8 @@ Item {
 
     required property var board
     required property var preferences
+    // The solver's live verdict for the toolbar, where the window has a solver.
+    property SolverCommands solver: null
     // For the settings window: "1.0 (1)", and the update server the privacy policy names.
     property string versionText: "—"
     property string updateHost: ""
@@ -79,6 +81,7 @@ Item {
             id: toolbar
             board: view.board
             preferences: view.preferences
+            solver: view.solver
             isCompact: boardGeometry.portrait
             Layout.fillWidth: true
         }

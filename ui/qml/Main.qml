@@ -8,6 +8,7 @@ ApplicationWindow {
 
     required property var board
     required property var preferences
+    required property SolverCommands solver
     // The update checker, when the build has one; its menu item stays disabled without it.
     property var updater: null
     property string versionText: "—"
@@ -137,6 +138,50 @@ ApplicationWindow {
                 }
             }
         }
+        // The solver's questions; each item turns into a way to stop while its answer is sought.
+        Menu {
+            id: solverMenu
+            title: qsTr("Solver")
+            // As wide as its widest command: the style's fixed width cuts these titles short.
+            width: {
+                let widest = 200;
+                for (let i = 0; i < solverMenu.count; ++i) {
+                    const item = solverMenu.itemAt(i);
+                    if (item !== null) widest = Math.max(widest, item.implicitWidth);
+                }
+                return widest + solverMenu.leftPadding + solverMenu.rightPadding;
+            }
+            ShortcutMenuItem {
+                objectName: "canBeWonMenuItem"
+                action: Action {
+                    readonly property bool working: window.solver.running === 0
+                    text: working ? qsTr("Stop Checking") : qsTr("Can This Deal Be Won?")
+                    shortcut: "Ctrl+Shift+C"
+                    enabled: working || (window.solver.running === -1 && !window.confirmationPending && !window.board.won)
+                    onTriggered: working ? window.solver.cancel() : window.solver.checkWinnability()
+                }
+            }
+            ShortcutMenuItem {
+                objectName: "undoToWinnableMenuItem"
+                action: Action {
+                    readonly property bool working: window.solver.running === 1
+                    text: working ? qsTr("Stop Searching") : qsTr("Undo to Last Winnable Position")
+                    shortcut: "Ctrl+Shift+L"
+                    enabled: working || (window.solver.running === -1 && !window.confirmationPending && window.board.canUndo && !window.board.won)
+                    onTriggered: working ? window.solver.cancel() : window.solver.undoToLastWinnablePosition()
+                }
+            }
+            ShortcutMenuItem {
+                objectName: "winningMoveMenuItem"
+                action: Action {
+                    readonly property bool working: window.solver.running === 2
+                    text: working ? qsTr("Stop Looking for a Move") : qsTr("Show a Winning Move")
+                    shortcut: "Ctrl+Shift+W"
+                    enabled: working || (window.solver.running === -1 && !window.confirmationPending && !window.board.won)
+                    onTriggered: working ? window.solver.cancel() : window.solver.showWinningMove()
+                }
+            }
+        }
         Menu {
             title: qsTr("Help")
             ShortcutMenuItem {
@@ -159,6 +204,7 @@ ApplicationWindow {
         anchors.fill: parent
         board: window.board
         preferences: window.preferences
+        solver: window.solver
         versionText: window.versionText
         updateHost: window.updater !== null ? window.updater.feedHost : ""
     }

@@ -167,6 +167,29 @@ Item {
                 }
 
                 SettingsBox {
+                    objectName: "solverBox"
+                    title: qsTr("Solver")
+                    icon: "lightbulb-outline"
+                    SettingsToggleRow {
+                        objectName: "showsWinnability"
+                        title: qsTr("Show whether the deal can be won")
+                        detail: qsTr("The toolbar tells, after every move, whether the position can still be won.")
+                        icon: "rules-lightbulb-outline"
+                        checked: page.preferences.showsWinnability
+                        onToggled: on => page.preferences.showsWinnability = on
+                    }
+                    Divider {}
+                    SettingsToggleRow {
+                        objectName: "winnableDealsOnly"
+                        title: qsTr("Deal only winnable games")
+                        detail: qsTr("New games are deals the solver has proven can be won.")
+                        icon: "cards-playing-outline"
+                        checked: page.preferences.winnableDealsOnly
+                        onToggled: on => page.preferences.winnableDealsOnly = on
+                    }
+                }
+
+                SettingsBox {
                     title: qsTr("Statistics")
                     icon: "chart-bar"
                     RowLayout {

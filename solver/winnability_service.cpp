@@ -1,0 +1,83 @@
+#include "solver/winnability_service.hpp"
+
+#include "solver/memory_release.hpp"
+
+namespace zelvaine::solver {
+
+WinnabilityService::WinnabilityService(Delivery deliver, SolverOptions options)
+    : WinnabilityService(
+          std::move(deliver),
+          [options](const GameState& position, std::stop_token stop) { return solve(position, options, std::move(stop)); },
+          releaseFreeMemory)
+{
+}
+
+WinnabilityService::WinnabilityService(Delivery deliver, SolveFunction solveFunction, std::function<void()> releaseMemory)
+    : deliver_(std::move(deliver)), solve_(std::move(solveFunction)), releaseMemory_(std::move(releaseMemory)),
+      worker_([this](std::stop_token quit) { run(std::move(quit)); })
+{
+    keepLargeBlocksMapped();
+}
+
+WinnabilityService::~WinnabilityService()
+{
+    cancel();
+    worker_.request_stop();
+    worker_.join();
+}
+
+std::uint64_t WinnabilityService::request(GameState position)
+{
+    std::uint64_t generation = 0;
+    {
+        const std::scoped_lock lock(mutex_);
+        generation = ++generation_;
+        pending_ = Job{generation, std::move(position)};
+        if (running_) running_->request_stop();
+    }
+    wake_.notify_one();
+    return generation;
+}
+
+void WinnabilityService::cancel()
+{
+    const std::scoped_lock lock(mutex_);
+    ++generation_;
+    pending_.reset();
+    if (running_) running_->request_stop();
+}
+
+bool WinnabilityService::isCurrent(std::uint64_t generation) const
+{
+    const std::scoped_lock lock(mutex_);
+    return generation == generation_;
+}
+
+void WinnabilityService::run(std::stop_token quit)
+{
+    while (true) {
+        Job job;
+        std::stop_token stop;
+        {
+            std::unique_lock lock(mutex_);
+            if (!wake_.wait(lock, quit, [this] { return pending_.has_value(); })) return;
+            job = std::move(*pending_);
+            pending_.reset();
+            running_.emplace();
+            stop = running_->get_token();
+        }
+        SolveResult result = solve_(job.position, stop);
+        // The position and the search's tables go before the memory is handed back.
+        job.position = {};
+        releaseMemory_();
+        bool current = false;
+        {
+            const std::scoped_lock lock(mutex_);
+            running_.reset();
+            current = job.generation == generation_;
+        }
+        if (current) deliver_(Answer{job.generation, std::move(result)});
+    }
+}
+
+} // namespace zelvaine::solver

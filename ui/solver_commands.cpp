@@ -1,0 +1,205 @@
+#include "ui/solver_commands.hpp"
+
+#include "engine/localizer.hpp"
+#include "solver/memory_release.hpp"
+
+#include <QMetaObject>
+#include <QPointer>
+
+namespace zelvaine {
+namespace {
+
+std::string verdictText(solver::Verdict verdict)
+{
+    switch (verdict) {
+    case solver::Verdict::winnable: return localized(QT_TRANSLATE_NOOP("Zelvaine", "This deal can still be won."));
+    case solver::Verdict::unwinnable: return localized(QT_TRANSLATE_NOOP("Zelvaine", "This deal can no longer be won."));
+    case solver::Verdict::unknown: break;
+    }
+    return localized(QT_TRANSLATE_NOOP("Zelvaine", "The solver could not decide this deal quickly."));
+}
+
+} // namespace
+
+SolverCommands::SolverCommands(GameStore& store, GamePreferences* preferences,
+                               solver::WinnabilityService::SolveFunction solve, QObject* parent)
+    : QObject(parent), store_(store), preferences_(preferences)
+{
+    token_ = store_.observe([this](GameStoreProperty property) {
+        if (property != GameStoreProperty::state) return;
+        if (!changingPosition_) cancel();
+        solveTableLive();
+    });
+    // Answers arrive on the worker; the queued call runs on this object's thread, and not at
+    // all once this object is gone.
+    auto makeService = [&solve](solver::WinnabilityService::Delivery deliver) {
+        return solve ? std::make_unique<solver::WinnabilityService>(std::move(deliver), solve, solver::releaseFreeMemory)
+                     : std::make_unique<solver::WinnabilityService>(std::move(deliver));
+    };
+    live_ = makeService([this](solver::WinnabilityService::Answer answer) {
+        QMetaObject::invokeMethod(
+            this,
+            [this, generation = answer.generation, verdict = answer.result.verdict] {
+                if (generation != liveGeneration_ || liveVerdict_ == -1) return;
+                setLiveVerdict(verdict == solver::Verdict::winnable     ? 1
+                               : verdict == solver::Verdict::unwinnable ? 2
+                                                                        : 3);
+            },
+            Qt::QueuedConnection);
+    });
+    if (preferences_) {
+        preferencesToken_ = preferences_->observe([this](GamePreferencesProperty property) {
+            if (property == GamePreferencesProperty::showsWinnability ||
+                property == GamePreferencesProperty::winnableDealsOnly)
+                followPreferences();
+        });
+        followPreferences();
+    }
+    auto deliver = [this](solver::WinnabilityService::Answer answer) {
+        QMetaObject::invokeMethod(
+            this, [this, answer = std::move(answer)] { onAnswer(answer.generation, answer.result); },
+            Qt::QueuedConnection);
+    };
+    service_ = makeService(std::move(deliver));
+}
+
+SolverCommands::~SolverCommands()
+{
+    store_.unobserve(token_);
+    if (preferences_) preferences_->unobserve(preferencesToken_);
+    store_.setDealer({});
+    dealer_.reset();
+    live_.reset();
+    service_.reset();
+}
+
+void SolverCommands::followPreferences()
+{
+    if (preferences_->winnableDealsOnly() != (dealer_ != nullptr)) {
+        if (preferences_->winnableDealsOnly()) {
+            dealer_ = std::make_unique<solver::WinnableDealer>([] { return dealNewGame(); });
+            store_.setDealer([this] { return dealer_->take(); });
+        } else {
+            store_.setDealer({});
+            dealer_.reset();
+        }
+    }
+    if (preferences_->showsWinnability() != (liveVerdict_ != -1)) {
+        if (preferences_->showsWinnability()) {
+            setLiveVerdict(0);
+            solveTableLive();
+        } else {
+            live_->cancel();
+            setLiveVerdict(-1);
+        }
+    }
+}
+
+void SolverCommands::solveTableLive()
+{
+    if (liveVerdict_ == -1) return;
+    setLiveVerdict(0);
+    liveGeneration_ = live_->request(store_.state());
+}
+
+void SolverCommands::setLiveVerdict(int verdict)
+{
+    if (liveVerdict_ == verdict) return;
+    liveVerdict_ = verdict;
+    emit liveVerdictChanged();
+}
+
+void SolverCommands::setRunning(Command command)
+{
+    if (running_ == command) return;
+    running_ = command;
+    emit runningChanged();
+}
+
+void SolverCommands::cancel()
+{
+    if (running_ == Command::none) return;
+    service_->cancel();
+    line_.clear();
+    search_.reset();
+    setRunning(Command::none);
+}
+
+void SolverCommands::start(Command command)
+{
+    cancel();
+    setRunning(command);
+    checkedTable_ = false;
+    generation_ = service_->request(store_.state());
+}
+
+void SolverCommands::onAnswer(std::uint64_t generation, const solver::SolveResult& result)
+{
+    if (running_ == Command::none || generation != generation_ || !service_->isCurrent(generation)) return;
+    switch (running_) {
+    case Command::canBeWon:
+        finish(verdictText(result.verdict));
+        return;
+    case Command::winningMove:
+        if (result.verdict == solver::Verdict::winnable && !result.moves.empty()) {
+            setRunning(Command::none);
+            store_.showMoveHint(result.moves.front().source, result.moves.front().destination);
+        } else {
+            finish(verdictText(result.verdict));
+        }
+        return;
+    case Command::undoToWinnable:
+        if (!checkedTable_) {
+            checkedTable_ = true;
+            // Nothing to look for while the table itself can be won, or cannot be decided.
+            if (result.verdict != solver::Verdict::unwinnable) {
+                finish(verdictText(result.verdict));
+                return;
+            }
+            line_ = store_.history();
+            line_.push_back(store_.state());
+            search_.emplace(line_.size());
+        } else {
+            search_->report(result.verdict);
+        }
+        probeNext();
+        return;
+    case Command::none:
+        return;
+    }
+}
+
+void SolverCommands::probeNext()
+{
+    if (auto probe = search_->nextProbe()) {
+        generation_ = service_->request(line_[*probe]);
+        return;
+    }
+    const auto last = search_->lastWinnable();
+    if (!last) {
+        finish(localized(QT_TRANSLATE_NOOP("Zelvaine", "This deal could not be won from its start.")));
+        return;
+    }
+    // The move that lost the deal is the one made from the last winnable position.
+    const std::int64_t lostAt = line_[*last + 1].moveCount;
+    undoTo(*last);
+    finish(formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "The deal was lost at move %1.")), {std::to_string(lostAt)}));
+}
+
+void SolverCommands::undoTo(std::size_t position)
+{
+    // Ordinary undo steps, so that Redo walks forward again.
+    changingPosition_ = true;
+    for (std::size_t steps = line_.size() - 1 - position; steps > 0; --steps) store_.undo();
+    changingPosition_ = false;
+}
+
+void SolverCommands::finish(std::string notice)
+{
+    line_.clear();
+    search_.reset();
+    setRunning(Command::none);
+    store_.showNotice(std::move(notice));
+}
+
+} // namespace zelvaine

@@ -1,0 +1,86 @@
+#pragma once
+
+// moc cannot read the C++20 standard headers these pull in, and needs nothing from them.
+#ifndef Q_MOC_RUN
+#include "solver/last_winnable_search.hpp"
+#include "solver/winnable_dealer.hpp"
+#include "solver/winnability_service.hpp"
+#include "store/game_preferences.hpp"
+#include "store/game_store.hpp"
+#endif
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace zelvaine {
+
+// The solver's commands at the table: whether the deal can still be won, the undo back to the
+// last position that could, and the next move of a winning line. Every solve runs on the
+// service's worker; a change of position (a move, an undo, a new game) abandons the command.
+class SolverCommands : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the application around its store")
+    // The command at work: -1 none, else canBeWon, undoToWinnable, winningMove in that order.
+    Q_PROPERTY(int running READ running NOTIFY runningChanged FINAL)
+    // The toolbar's verdict on the table while the player asks for it: -1 off, 0 checking, 1 can
+    // be won, 2 lost, 3 undecided.
+    Q_PROPERTY(int liveVerdict READ liveVerdict NOTIFY liveVerdictChanged FINAL)
+
+public:
+    enum class Command : std::int8_t { none = -1, canBeWon, undoToWinnable, winningMove };
+
+    // With preferences, the live verdict and the winnable deals follow the player's choices.
+    // Without `solve`, the solver with its normal budgets; tests put a scripted search in its place.
+    explicit SolverCommands(GameStore& store, GamePreferences* preferences = nullptr,
+                            solver::WinnabilityService::SolveFunction solve = {}, QObject* parent = nullptr);
+    ~SolverCommands() override;
+
+    int running() const { return static_cast<int>(running_); }
+    int liveVerdict() const { return liveVerdict_; }
+
+    Q_INVOKABLE void checkWinnability() { start(Command::canBeWon); }
+    Q_INVOKABLE void undoToLastWinnablePosition() { start(Command::undoToWinnable); }
+    Q_INVOKABLE void showWinningMove() { start(Command::winningMove); }
+    Q_INVOKABLE void cancel();
+
+signals:
+    void runningChanged();
+    void liveVerdictChanged();
+
+private:
+    void start(Command command);
+    void setRunning(Command command);
+    void onAnswer(std::uint64_t generation, const solver::SolveResult& result);
+    void probeNext();
+    void undoTo(std::size_t position);
+    void finish(std::string notice);
+    void followPreferences();
+    void solveTableLive();
+    void setLiveVerdict(int verdict);
+
+    GameStore& store_;
+    GamePreferences* preferences_;
+    Observable<GameStoreProperty>::Token token_;
+    Observable<GamePreferencesProperty>::Token preferencesToken_ = 0;
+    int liveVerdict_ = -1;
+    std::uint64_t liveGeneration_ = 0;
+    Command running_ = Command::none;
+    std::uint64_t generation_ = 0;
+    // Set while the command itself changes the position, which must not abandon it.
+    bool changingPosition_ = false;
+    // The undo search: the line of play from the deal's start to the table, and where it stands.
+    std::vector<GameState> line_;
+    std::optional<solver::LastWinnableSearch> search_;
+    bool checkedTable_ = false;
+    // Last, so that its worker stops before anything above goes away.
+    std::unique_ptr<solver::WinnabilityService> service_;
+    std::unique_ptr<solver::WinnabilityService> live_;
+    std::unique_ptr<solver::WinnableDealer> dealer_;
+};
+
+} // namespace zelvaine
