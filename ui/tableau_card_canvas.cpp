@@ -28,7 +28,7 @@ public:
 
     QSGTexture* texture(QQuickWindow* window, const QString& face, int faceWidth, double pixelRatio, CardSpriteStyle style)
     {
-        if (faceWidth != textureFaceWidth || pixelRatio != texturePixelRatio || !(style == textureStyle)) {
+        if (faceWidth != textureFaceWidth || pixelRatio != texturePixelRatio || style != textureStyle) {
             // A new size or look: the old sprites will not be shown again.
             qDeleteAll(textures);
             textures.clear();
@@ -96,7 +96,6 @@ QSGNode* TableauCardCanvas::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
     const CardSpriteGeometry sprite = CardSpriteGeometry::forFaceWidth(faceWidth);
     // Whole device pixels: a sprite copied at a fractional position would be filtered.
     const QPointF origin = mapToScene(QPointF(0, 0)) * ratio;
-    const CardSpriteStyle style{style_.shadow, style_.topBand, style_.selectionBorder};
 
     while (root->slices.size() > slices.size()) {
         QSGImageNode* node = root->slices.back();
@@ -110,7 +109,7 @@ QSGNode* TableauCardCanvas::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
         const bool added = i >= root->slices.size();
         QSGImageNode* node = added ? scene->createImageNode() : root->slices[i];
         if (added) node->setOwnsTexture(false);
-        node->setTexture(root->texture(scene, faces_[static_cast<qsizetype>(slice.card)], faceWidth, ratio, style));
+        node->setTexture(root->texture(scene, faces_[static_cast<qsizetype>(slice.card)], faceWidth, ratio, style_));
         node->setFiltering(QSGTexture::Nearest);
         node->setSourceRect(QRectF(0, slice.firstRow, sprite.width(), slice.rowCount));
         const double x = std::round(origin.x() + slice.x) - origin.x();

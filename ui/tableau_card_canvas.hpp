@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/card_sprites.hpp"
+
 #include <QQuickItem>
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
@@ -72,11 +74,7 @@ private:
     double cardWidth_ = 0;
     double offset_ = 0;
     int hiddenFrom_ = -1;
-    struct Style {
-        bool shadow = true;
-        bool topBand = false;
-        bool selectionBorder = false;
-    } style_;
+    CardSpriteStyle style_;
     int nudgedIndex_ = -1;
     double nudgeOffset_ = 0;
 };
