@@ -151,4 +151,12 @@ ConfettiPiece confettiPiece(const ConfettiParticle& p, double seconds, double wi
     return piece;
 }
 
+ConfettiBounds confettiRepaintBounds(const ConfettiParticle& particle, const ConfettiPiece& piece, double band)
+{
+    // Half the diagonal of a size × size/2 piece, and a pixel for the smoothed edge.
+    const double reach = particle.size * std::sqrt(1.25) / 2 + 1;
+    return {std::floor(piece.x - reach), std::floor((piece.y - reach) / band) * band, std::ceil(piece.x + reach),
+            std::ceil((piece.y + reach) / band) * band};
+}
+
 } // namespace zelvaine

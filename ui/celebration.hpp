@@ -49,4 +49,16 @@ struct ConfettiPiece {
 };
 ConfettiPiece confettiPiece(const ConfettiParticle& particle, double seconds, double width, double height);
 
+// The area a piece may paint, whatever its angle, grown to whole pixels across and to whole
+// bands of `band` pixels down. The software renderer keeps its repaint area as bands of
+// rectangles: pieces whose edges fall on a few shared lines keep that to a few hundred
+// rectangles, where free edges split it into thousands and every frame goes into sorting them.
+struct ConfettiBounds {
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+};
+ConfettiBounds confettiRepaintBounds(const ConfettiParticle& particle, const ConfettiPiece& piece, double band);
+
 } // namespace zelvaine

@@ -8,6 +8,8 @@
 #include <QQuickWindow>
 #include <QSGImageNode>
 #include <QSGOpacityNode>
+#include <QSGRenderNode>
+#include <QSGRendererInterface>
 #include <QSGTransformNode>
 
 #include <array>
@@ -37,6 +39,65 @@ QImage piecePicture(const ConfettiParticle& particle, qreal pixelRatio)
     return image;
 }
 
+// The software renderer repaints, under each moved piece, everything the piece covered and now
+// covers. A piece drawn by a node of its own kind reports those bounds itself, snapped to bands
+// (see confettiRepaintBounds), so the repaint area stays simple enough to work out each frame.
+class SoftwarePieceNode : public QSGRenderNode {
+public:
+    SoftwarePieceNode(QQuickWindow* window, const ConfettiParticle& particle)
+        : window_(window), picture_(piecePicture(particle, window->effectiveDevicePixelRatio())), size_(particle.size)
+    {
+    }
+
+    // Returns whether anything changed on screen: a hidden piece that stays hidden costs nothing.
+    bool place(const ConfettiParticle& particle, const ConfettiPiece& piece)
+    {
+        const bool shown = piece.opacity > 0;
+        if (!shown && !shown_) return false;
+        shown_ = shown;
+        piece_ = piece;
+        if (shown) {
+            const ConfettiBounds b = confettiRepaintBounds(particle, piece, repaintBand);
+            bounds_ = QRectF(QPointF(b.left, b.top), QPointF(b.right, b.bottom));
+        } else {
+            bounds_ = QRectF();
+        }
+        return true;
+    }
+
+    RenderingFlags flags() const override { return BoundedRectRendering; }
+    QRectF rect() const override { return bounds_; }
+    StateFlags changedStates() const override { return {}; }
+
+    void render(const RenderState* state) override
+    {
+        const QRegion* clip = state->clipRegion();
+        // Without a clip the painter would paint wherever the piece lies, over what is not repainted.
+        if (!shown_ || !clip || clip->isEmpty()) return;
+        auto* painter = static_cast<QPainter*>(
+            window_->rendererInterface()->getResource(window_, QSGRendererInterface::PainterResource));
+        if (!painter) return;
+        painter->setClipRegion(*clip, Qt::ReplaceClip); // in window coordinates, so before the transform
+        QTransform transform = matrix()->toTransform();
+        transform.translate(piece_.x, piece_.y);
+        transform.rotateRadians(piece_.angle);
+        painter->setTransform(transform);
+        painter->setOpacity(inheritedOpacity() * piece_.opacity);
+        painter->setRenderHint(QPainter::SmoothPixmapTransform);
+        painter->drawImage(QRectF(-size_ / 2, -size_ / 4, size_, size_ / 2), picture_);
+    }
+
+private:
+    static constexpr double repaintBand = 16;
+
+    QQuickWindow* window_;
+    QImage picture_;
+    double size_;
+    ConfettiPiece piece_;
+    QRectF bounds_;
+    bool shown_ = false;
+};
+
 } // namespace
 
 ConfettiItem::ConfettiItem(QQuickItem* parent) : QQuickItem(parent)
@@ -59,7 +120,6 @@ void ConfettiItem::setStartedAt(double startedAt)
     emit startedAtChanged();
 }
 
-// Root → one transform node per particle → its opacity node → its picture.
 QSGNode* ConfettiItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
 {
     const double seconds = (static_cast<double>(QDateTime::currentMSecsSinceEpoch()) - startedAt_) / 1000.0;
@@ -69,6 +129,35 @@ QSGNode* ConfettiItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
         delete old;
         return nullptr;
     }
+    if (window()->rendererInterface()->graphicsApi() == QSGRendererInterface::Software) {
+        return updateSoftwareNodes(old, seconds);
+    }
+    return updateTextureNodes(old, seconds);
+}
+
+// Root → one piece node per particle.
+QSGNode* ConfettiItem::updateSoftwareNodes(QSGNode* root, double seconds)
+{
+    const auto& particles = confettiParticles();
+    if (!root) {
+        root = new QSGNode;
+        for (const ConfettiParticle& particle : particles) root->appendChildNode(new SoftwarePieceNode(window(), particle));
+    }
+    QSGNode* node = root->firstChild();
+    for (const ConfettiParticle& particle : particles) {
+        auto* piece = static_cast<SoftwarePieceNode*>(node);
+        if (piece->place(particle, confettiPiece(particle, seconds, width(), height()))) {
+            piece->markDirty(QSGNode::DirtyMaterial);
+        }
+        node = node->nextSibling();
+    }
+    return root;
+}
+
+// Root → one transform node per particle → its opacity node → its picture: the graphics card
+// batches them into a few draw calls.
+QSGNode* ConfettiItem::updateTextureNodes(QSGNode* old, double seconds)
+{
     const auto& particles = confettiParticles();
     QSGNode* root = old;
     if (!root) {

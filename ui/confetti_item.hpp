@@ -7,7 +7,7 @@
 namespace zelvaine {
 
 // The falling confetti of a won deal. Each piece is its own small scene-graph node, moved and
-// faded per frame, so a frame costs 180 matrix updates and no painting of the whole window.
+// faded per frame, so a frame repaints only where pieces were and are, never the whole window.
 class ConfettiItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
@@ -27,6 +27,9 @@ protected:
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
+    QSGNode* updateSoftwareNodes(QSGNode* root, double seconds);
+    QSGNode* updateTextureNodes(QSGNode* old, double seconds);
+
     double startedAt_ = 0;
     QTimer frames_;
 };

@@ -68,5 +68,35 @@ TEST(Confetti, FallsAndFades)
     }
 }
 
+// A piece painted outside its repaint bounds leaves a trail on the table; bounds off the band
+// lines bring back the slow frames they exist to avoid.
+TEST(Confetti, RepaintBoundsHoldThePieceAtEveryAngleOnBandLines)
+{
+    constexpr double band = 16;
+    for (const auto& particle : confettiParticles()) {
+        for (double seconds = 0.05; seconds < 27; seconds += 1.37) {
+            const ConfettiPiece piece = confettiPiece(particle, seconds, 1600, 1000);
+            if (piece.opacity <= 0) continue;
+            const ConfettiBounds bounds = confettiRepaintBounds(particle, piece, band);
+            EXPECT_EQ(std::fmod(bounds.top, band), 0);
+            EXPECT_EQ(std::fmod(bounds.bottom, band), 0);
+            EXPECT_EQ(bounds.left, std::floor(bounds.left));
+            EXPECT_EQ(bounds.right, std::floor(bounds.right));
+            EXPECT_LE(bounds.bottom - bounds.top, particle.size * 1.2 + 2 + 2 * band); // no wider than it must be
+            for (const double cornerX : {-particle.size / 2, particle.size / 2}) {
+                for (const double cornerY : {-particle.size / 4, particle.size / 4}) {
+                    // The corner as drawn, with a pixel around it for the smoothed edge.
+                    const double x = piece.x + cornerX * std::cos(piece.angle) - cornerY * std::sin(piece.angle);
+                    const double y = piece.y + cornerX * std::sin(piece.angle) + cornerY * std::cos(piece.angle);
+                    EXPECT_GE(x - 1, bounds.left);
+                    EXPECT_LE(x + 1, bounds.right);
+                    EXPECT_GE(y - 1, bounds.top);
+                    EXPECT_LE(y + 1, bounds.bottom);
+                }
+            }
+        }
+    }
+}
+
 } // namespace
 } // namespace zelvaine
