@@ -16,19 +16,19 @@ class PreferencesModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the application around its preferences")
-    Q_PROPERTY(bool showsHint READ showsHint WRITE setShowsHint NOTIFY changed FINAL)
-    Q_PROPERTY(bool showsUndo READ showsUndo WRITE setShowsUndo NOTIFY changed FINAL)
-    Q_PROPERTY(bool handOnRight READ handOnRight WRITE setHandOnRight NOTIFY changed FINAL)
-    Q_PROPERTY(bool showsMoveMessages READ showsMoveMessages WRITE setShowsMoveMessages NOTIFY changed FINAL)
-    Q_PROPERTY(bool soundsEnabled READ soundsEnabled WRITE setSoundsEnabled NOTIFY changed FINAL)
-    Q_PROPERTY(bool showsWinnability READ showsWinnability WRITE setShowsWinnability NOTIFY changed FINAL)
-    Q_PROPERTY(bool winnableDealsOnly READ winnableDealsOnly WRITE setWinnableDealsOnly NOTIFY changed FINAL)
+    Q_PROPERTY(bool showsHint READ showsHint WRITE setShowsHint NOTIFY showsHintChanged FINAL)
+    Q_PROPERTY(bool showsUndo READ showsUndo WRITE setShowsUndo NOTIFY showsUndoChanged FINAL)
+    Q_PROPERTY(bool handOnRight READ handOnRight WRITE setHandOnRight NOTIFY handOnRightChanged FINAL)
+    Q_PROPERTY(bool showsMoveMessages READ showsMoveMessages WRITE setShowsMoveMessages NOTIFY showsMoveMessagesChanged FINAL)
+    Q_PROPERTY(bool soundsEnabled READ soundsEnabled WRITE setSoundsEnabled NOTIFY soundsEnabledChanged FINAL)
+    Q_PROPERTY(bool showsWinnability READ showsWinnability WRITE setShowsWinnability NOTIFY showsWinnabilityChanged FINAL)
+    Q_PROPERTY(bool winnableDealsOnly READ winnableDealsOnly WRITE setWinnableDealsOnly NOTIFY winnableDealsOnlyChanged FINAL)
     // The settings window shows while this is set; closing it clears it.
-    Q_PROPERTY(bool showSettings READ showSettings WRITE setShowSettings NOTIFY changed FINAL)
-    Q_PROPERTY(QVariant highScore READ highScore NOTIFY changed FINAL)
-    Q_PROPERTY(qint64 gamesPlayed READ gamesPlayed NOTIFY changed FINAL)
-    Q_PROPERTY(qint64 gamesWon READ gamesWon NOTIFY changed FINAL)
-    Q_PROPERTY(qint64 gamesLost READ gamesLost NOTIFY changed FINAL)
+    Q_PROPERTY(bool showSettings READ showSettings WRITE setShowSettings NOTIFY showSettingsChanged FINAL)
+    Q_PROPERTY(QVariant highScore READ highScore NOTIFY highScoreChanged FINAL)
+    Q_PROPERTY(qint64 gamesPlayed READ gamesPlayed NOTIFY gamesPlayedChanged FINAL)
+    Q_PROPERTY(qint64 gamesWon READ gamesWon NOTIFY gamesWonChanged FINAL)
+    Q_PROPERTY(qint64 gamesLost READ gamesLost NOTIFY gamesLostChanged FINAL)
     // The folder that keeps the game, the preferences and the statistics, as the privacy
     // policy names it ("~/.local/share/zelvaine").
     Q_PROPERTY(QString dataFolder READ dataFolder CONSTANT FINAL)
@@ -61,9 +61,22 @@ public:
     void setWinnableDealsOnly(bool value) { preferences_.setWinnableDealsOnly(value); }
 
 signals:
-    void changed();
+    void showsHintChanged();
+    void showsUndoChanged();
+    void handOnRightChanged();
+    void showsMoveMessagesChanged();
+    void soundsEnabledChanged();
+    void showsWinnabilityChanged();
+    void winnableDealsOnlyChanged();
+    void showSettingsChanged();
+    void highScoreChanged();
+    void gamesPlayedChanged();
+    void gamesWonChanged();
+    void gamesLostChanged();
 
 private:
+    void notify(GamePreferencesProperty property);
+
     GamePreferences& preferences_;
     Observable<GamePreferencesProperty>::Token token_;
 };

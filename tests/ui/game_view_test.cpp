@@ -18,6 +18,7 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QSignalSpy>
 #include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
@@ -881,6 +882,12 @@ TEST_F(GameViewTest, SettingsWriteThroughAndTakeEffectAtOnce)
     preferences.recordGameWon(1234, "deal-12343", true);
     EXPECT_EQ(inWindow(settings, "bestGameValue")->property("text").toString(), "1234 moves");
     EXPECT_EQ(inWindow(settings, "gamesWonValue")->property("text").toString(), "1");
+    // A statistic tells only its own readers; the settings are not read again for it.
+    QSignalSpy playedSpy(preferencesModel.get(), &PreferencesModel::gamesPlayedChanged);
+    QSignalSpy hintSpy(preferencesModel.get(), &PreferencesModel::showsHintChanged);
+    preferences.recordGameStarted("one-more-deal");
+    EXPECT_EQ(playedSpy.count(), 1);
+    EXPECT_EQ(hintSpy.count(), 0);
 
     // A switch turns the toolbar's button off, on the board at once and in the stored preferences.
     ASSERT_TRUE(item("hintButton")->isVisible());
