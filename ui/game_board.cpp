@@ -33,6 +33,7 @@ GameBoard::GameBoard(GameStore& store, GamePreferences* statistics, QObject* par
     focus_ = settleFocus({KeyboardFocus::Row::tableau, 0, std::numeric_limits<std::int64_t>::max()}, store_.state());
     refreshPlaces();
     refreshTargets();
+    shownSelection_ = store_.selection();
     recordStatistics();
 }
 
@@ -97,7 +98,11 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
     case GameStoreProperty::isImportingGame: emit importingChanged(); break;
     case GameStoreProperty::selection:
         refreshTargets();
-        emit selectionChanged();
+        // Every move clears the selection; most moves had none to clear.
+        if (store_.selection() != shownSelection_) {
+            shownSelection_ = store_.selection();
+            emit selectionChanged();
+        }
         break;
     case GameStoreProperty::message:
     case GameStoreProperty::messageKind: emit messageChanged(); break;

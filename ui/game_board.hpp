@@ -186,6 +186,7 @@ private:
     QList<bool> columnTargets_;
     QList<bool> foundationTargets_;
     QList<bool> handTargets_;
+    std::optional<MoveSource> shownSelection_;
     KeyboardFocus focus_;
     bool focusShown_ = false;
     // The automatic finish: offered once per deal, played one step per tick.

@@ -146,12 +146,18 @@ protected:
 
 TEST_F(GameViewTest, TapACardThenItsDestination)
 {
+    QSignalSpy selectionSpy(board.get(), &GameBoard::selectionChanged);
     click("tableau-0-9");
     EXPECT_EQ(store->selection(), MoveSource::tableau(0, 9));
     EXPECT_TRUE(board->columnTargets()[4]);
     click("tableau-4-9");
     EXPECT_EQ(store->state().tableau[4].size(), 11U);
     EXPECT_EQ(store->state().moveCount, 1);
+    // Picked up and put down; an undo with nothing picked up changes no selection to show.
+    EXPECT_EQ(selectionSpy.count(), 2);
+    store->undo();
+    store->redo();
+    EXPECT_EQ(selectionSpy.count(), 2);
     QTest::qWait(20);
     ASSERT_TRUE(item("tableau-4-10"));
     EXPECT_FALSE(item("tableau-0-9"));
