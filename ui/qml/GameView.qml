@@ -22,6 +22,11 @@ Item {
 
     objectName: "gameBoard"
     focus: true
+    // While the confetti falls, the board under it is drawn once into a picture, drawn again
+    // only when something on it changes; each frame then moves the pieces over one picture
+    // instead of repainting every card, text and panel under them. So the confetti stands beside
+    // the board, above it, rather than inside it.
+    layer.enabled: confetti.visible
 
     // Keyboard play: arrows move the focus ring, Return or Space taps, Escape lets go.
     Keys.onPressed: event => {
@@ -231,8 +236,13 @@ Item {
     }
 
     ConfettiItem {
-        anchors.fill: parent
-        z: 15000
+        id: confetti
+        parent: view.parent
+        x: view.x
+        y: view.y
+        width: view.width
+        height: view.height
+        z: view.z + 1
         startedAt: view.board.celebrationStartedAt
         visible: startedAt > 0
         enabled: false
