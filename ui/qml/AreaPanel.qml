@@ -27,7 +27,8 @@ Item {
         // The icon files are drawn in the title's yellow; the opacity matches the title's.
         Image {
             source: panel.icon ? "qrc:/icons/mdi/area-" + panel.icon + ".svg" : ""
-            sourceSize: Qt.size(10, 10)
+            sourceSize.width: 10
+            sourceSize.height: 10
             opacity: 0.82
             anchors.verticalCenter: parent.verticalCenter
         }

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 
 // The four hand slots, in a row under the tableau or stacked in the side panel.

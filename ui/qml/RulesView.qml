@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -47,7 +48,10 @@ Window {
     ]
 
     Shortcut {
+        // qmllint disable unqualified
+        // Qt 6.4's linter does not know QtQuick's StandardKey.
         sequences: [StandardKey.Cancel, "Return", "Enter"]
+        // qmllint enable unqualified
         onActivated: sheet.board.showRules = false
     }
 
@@ -103,14 +107,16 @@ Window {
                     Repeater {
                         model: sheet.sections
                         RowLayout {
+                            id: section
                             required property var modelData
                             Layout.fillWidth: true
                             spacing: 16
                             Image {
                                 Layout.alignment: Qt.AlignTop
                                 Layout.preferredWidth: 32
-                                source: "qrc:/icons/mdi/" + modelData.icon + ".svg"
-                                sourceSize: Qt.size(26, 26)
+                                source: "qrc:/icons/mdi/" + section.modelData.icon + ".svg"
+                                sourceSize.width: 26
+                                sourceSize.height: 26
                                 fillMode: Image.Pad
                                 Accessible.ignored: true
                             }
@@ -118,7 +124,7 @@ Window {
                                 Layout.fillWidth: true
                                 spacing: 6
                                 Label {
-                                    text: modelData.title
+                                    text: section.modelData.title
                                     font.pixelSize: 20
                                     font.bold: true
                                     color: "white"
@@ -126,7 +132,7 @@ Window {
                                     wrapMode: Text.Wrap
                                 }
                                 Label {
-                                    text: modelData.text
+                                    text: section.modelData.text
                                     font.pixelSize: 15
                                     color: Qt.rgba(1, 1, 1, 0.76)
                                     Layout.fillWidth: true
@@ -149,17 +155,19 @@ Window {
                         Repeater {
                             model: sheet.controls
                             RowLayout {
+                                id: control
                                 required property var modelData
                                 Layout.fillWidth: true
                                 spacing: 10
                                 Image {
                                     Layout.alignment: Qt.AlignTop
-                                    source: "qrc:/icons/mdi/" + modelData.icon + ".svg"
-                                    sourceSize: Qt.size(18, 18)
+                                    source: "qrc:/icons/mdi/" + control.modelData.icon + ".svg"
+                                    sourceSize.width: 18
+                                    sourceSize.height: 18
                                     Accessible.ignored: true
                                 }
                                 Label {
-                                    text: modelData.text
+                                    text: control.modelData.text
                                     font.pixelSize: 15
                                     color: "white"
                                     Layout.fillWidth: true

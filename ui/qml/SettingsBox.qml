@@ -19,7 +19,8 @@ ColumnLayout {
         spacing: 7
         Image {
             source: "qrc:/icons/mdi/" + box.icon + ".svg"
-            sourceSize: Qt.size(17, 17)
+            sourceSize.width: 17
+            sourceSize.height: 17
             Accessible.ignored: true
         }
         Label {
