@@ -407,11 +407,13 @@ void GameStore::showHint()
     GameChallengeRecord challenge = challenge_;
     challenge.usedHint = true;
     setChallenge(challenge);
-    persist();
     assign(messageKind_, GameMessageKind::hint, GameStoreProperty::messageKind);
     Hint hint = findHint(state_);
     if (hint.source) setSelection(hint.source);
     assign(message_, std::move(hint.text), GameStoreProperty::message);
+    // Saved after the hint is shown: a save that cannot be made says so once, and that word
+    // must not be replaced by the hint before the player has seen it.
+    persist();
 }
 
 void GameStore::showMoveHint(const MoveSource& source, const MoveDestination& destination)
@@ -419,10 +421,10 @@ void GameStore::showMoveHint(const MoveSource& source, const MoveDestination& de
     GameChallengeRecord challenge = challenge_;
     challenge.usedHint = true;
     setChallenge(challenge);
-    persist();
     assign(messageKind_, GameMessageKind::hint, GameStoreProperty::messageKind);
     setSelection(source);
     assign(message_, moveHintText(state_, source, destination), GameStoreProperty::message);
+    persist(); // after the message, as the hint's
 }
 
 std::optional<ZelvaineGameDocumentError> GameStore::prepareSharedGame(const ZelvaineGameDocument& document)

@@ -84,6 +84,27 @@ TEST(TwoWindows, TheOneThatSavedSecondIsToldAndKeepsItsHandsOff)
     EXPECT_TRUE(second.message() && second.message()->starts_with("Another Zelvaine window"));
 }
 
+// The word that this window no longer saves comes with the save that finds it out; a hint asked
+// for at that moment once replaced it before it was ever shown.
+TEST(TwoWindows, AHintDoesNotHideTheWordThatThisWindowNoLongerSaves)
+{
+    testing::DefaultsScratchFolder folder;
+    testing::RecordingSoundCues sound;
+    storeSavedGame(folder, unplayed(testing::knownDeal()));
+    SqliteDefaultsStore firstDefaults(folder.file());
+    SqliteDefaultsStore secondDefaults(folder.file());
+    GameStore first(std::nullopt, firstDefaults, sound);
+    GameStore second(std::nullopt, secondDefaults, sound);
+    playOneMove(second);
+    secondDefaults.flush();
+
+    playOneMove(first); // refused by the file, and known once its commit has run
+    firstDefaults.flush();
+    first.showHint();
+    ASSERT_TRUE(first.message());
+    EXPECT_TRUE(first.message()->starts_with("Another Zelvaine window")) << *first.message();
+}
+
 TEST(HeldFile, AGameStartedWhileAnotherProgramHoldsTheFileNeverReplacesTheSavedOne)
 {
     testing::DefaultsScratchFolder folder;
