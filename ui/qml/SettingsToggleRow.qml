@@ -39,6 +39,7 @@ RowLayout {
         }
         Label {
             visible: row.detail !== ""
+            Accessible.ignored: !visible
             text: row.detail
             font.pixelSize: 13
             color: Qt.rgba(1, 1, 1, 0.6)
