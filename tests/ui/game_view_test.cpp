@@ -240,7 +240,9 @@ TEST_F(GameViewTest, AssistiveToolsReadAndPressThePlaces)
     EXPECT_EQ(store->selection(), MoveSource::hand(0));
     EXPECT_EQ(accessible("foundation-2")->text(QAccessible::Name), "Foundation 3");
     press("foundation-2");
-    EXPECT_EQ(store->state().foundations[2].size(), 1U);
+    ASSERT_EQ(store->state().foundations[2].size(), 1U);
+    EXPECT_EQ(accessible("foundation-2")->text(QAccessible::Name),
+              QString::fromStdString("Foundation 3, " + accessibleName(store->state().foundations[2].back())));
 }
 
 TEST_F(GameViewTest, AMoveRebuildsOnlyTheColumnsItTouches)
