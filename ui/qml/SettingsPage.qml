@@ -14,10 +14,9 @@ Item {
 
     function count(value) { return Number(value).toLocaleString(Qt.locale(), "f", 0); }
 
-    // "Done" is the window's default button.
+    // "Done" is the window's default button; Escape is the window's own.
     Keys.onReturnPressed: page.done()
     Keys.onEnterPressed: page.done()
-    Keys.onEscapePressed: page.done()
     focus: true
 
     ColumnLayout {
