@@ -226,11 +226,13 @@ ApplicationWindow {
         // Its own button rather than the standard one, which ignores an assistive tool's press.
         footer: DialogButtonBox {
             Button {
+                id: aboutOk
                 text: qsTr("OK")
                 DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
                 Accessible.onPressAction: clicked()
             }
         }
+        onOpened: aboutOk.forceActiveFocus()
         ColumnLayout {
             width: parent.width
             spacing: 8
