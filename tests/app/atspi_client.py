@@ -232,14 +232,25 @@ class Game:
     """The game on the session's display, with a private data folder, opening `shared`."""
 
     def __init__(self, executable, shared, scratch):
+        import pyatspi
+        # The accessibility bus is up before the game starts: started together, the display
+        # now and then turned the game's connection away.
+        pyatspi.Registry.getDesktop(0).childCount
         self.data_home = os.path.join(scratch, "data")
         env = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
                    XDG_DATA_HOME=self.data_home, ALSOFT_DRIVERS="null", LANGUAGE="en", LC_ALL="C.UTF-8",
                    LANG="C.UTF-8")
         self.log_path = os.path.join(scratch, "game.log")
-        self.process = subprocess.Popen([executable, "-qwindowgeometry", "1600x1000+0+0", shared], env=env,
-                                        stdout=open(self.log_path, "w"), stderr=subprocess.STDOUT)
+        self.command = [executable, "-qwindowgeometry", "1600x1000+0+0", shared]
+        self.env = env
+        self.process = self._launch()
         self.app = None
+
+    def _launch(self):
+        return subprocess.Popen(self.command, env=self.env, stdout=open(self.log_path, "w"), stderr=subprocess.STDOUT)
+
+    def _refused_by_display(self):
+        return self.process.poll() is not None and "could not connect to display" in open(self.log_path).read()
 
     def connect(self):
         import pyatspi
@@ -250,7 +261,17 @@ class Game:
                     return application
             return None
 
-        self.app = wait_for(the_game, "the game on the accessibility bus", 30)
+        def the_game_or_its_end():
+            return the_game() or self._refused_by_display()
+
+        found = wait_for(the_game_or_its_end, "the game on the accessibility bus", 30)
+        if found is True:
+            # Now and then, here, a freshly started Xvfb turns the game's first connection away
+            # while it takes every other; a second start is let in.
+            print("the display turned the game away; starting it again")
+            self.process = self._launch()
+            found = wait_for(the_game, "the game on the accessibility bus, the second time", 30)
+        self.app = found or None
         if self.app is None:
             print("the game's log:", open(self.log_path).read()[-2000:], sep="\n")
         return self.app
