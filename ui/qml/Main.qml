@@ -51,7 +51,6 @@ ApplicationWindow {
         // A screen reader opens a menu with the title's Press, as a click does.
         delegate: MenuBarItem {
             id: menuTitle
-            Accessible.role: Accessible.MenuItem
             Accessible.onPressAction: menuTitle.triggered()
         }
         background: Rectangle {
