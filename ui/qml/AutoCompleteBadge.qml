@@ -12,6 +12,8 @@ Rectangle {
     radius: 14
     color: Qt.rgba(0, 0, 0, 0.72)
     Accessible.role: Accessible.StaticText
+    // Out of a screen reader's reach while the game is not finishing itself.
+    Accessible.ignored: !visible
     Accessible.name: qsTr("Auto-completing…") + " " + qsTr("%n moves", "", board.moveCount)
 
     Row {
@@ -19,6 +21,7 @@ Rectangle {
         anchors.centerIn: parent
         spacing: 12
         Text {
+            Accessible.ignored: true
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("Auto-completing…")
             font.pixelSize: 12
@@ -27,6 +30,7 @@ Rectangle {
         }
         Text {
             objectName: "autoCompleteMoveCount"
+            Accessible.ignored: true
             text: qsTr("%n moves", "", badge.board.moveCount)
             font.pixelSize: 22
             font.bold: true

@@ -92,6 +92,7 @@ RowLayout {
         readonly property string accessibleName: qsTr("Winnability: %1").arg(text)
         Accessible.role: Accessible.StaticText
         Accessible.name: accessibleName
+        Accessible.ignored: !visible
     }
     Item { Layout.fillWidth: true }
 

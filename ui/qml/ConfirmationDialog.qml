@@ -27,6 +27,7 @@ GameDialog {
             Accessible.onPressAction: clicked()
         }
         Button {
+            id: confirmButton
             objectName: "confirmationConfirm"
             text: dialog.texts.confirm || ""
             highlighted: true
@@ -34,6 +35,9 @@ GameDialog {
             Accessible.onPressAction: clicked()
         }
     }
+    // The answer Return gives has the keyboard as the question appears, so that a screen reader
+    // reads the question with it at once rather than after a Tab.
+    onOpened: confirmButton.forceActiveFocus()
     onAccepted: board.confirm()
     onRejected: board.dismissConfirmation()
 }

@@ -253,14 +253,22 @@ Item {
         board: view.board
     }
 
-    RulesView {
-        board: view.board
+    // The sheets exist only while they show: a hidden window would still stand in the
+    // accessibility tree, with its buttons, for a screen reader to wander into.
+    Loader {
+        active: view.board.showRules
+        sourceComponent: RulesView {
+            board: view.board
+        }
     }
 
-    SettingsWindow {
-        preferences: view.preferences
-        versionText: view.versionText
-        updateHost: view.updateHost
+    Loader {
+        active: view.preferences.showSettings
+        sourceComponent: SettingsWindow {
+            preferences: view.preferences
+            versionText: view.versionText
+            updateHost: view.updateHost
+        }
     }
 
     // "Open Game…" from the menu or the toolbar: the file picker, made when first asked for.

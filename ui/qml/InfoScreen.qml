@@ -61,6 +61,7 @@ Item {
                         spacing: 6
                         Label {
                             visible: !!modelData.header
+                            Accessible.ignored: !visible
                             text: modelData.header ? modelData.header.toUpperCase() : ""
                             font.pixelSize: 12
                             color: Qt.rgba(1, 1, 1, 0.55)
@@ -89,6 +90,7 @@ Item {
                                 }
                                 Label {
                                     visible: !!modelData.link
+                                    Accessible.ignored: !visible
                                     text: modelData.link ? "<a href=\"" + modelData.link.url + "\">" + modelData.link.text + "</a>" : ""
                                     textFormat: Text.StyledText
                                     linkColor: "#64d2ff"

@@ -48,6 +48,11 @@ ApplicationWindow {
         // Dark like the table, so the window reads as one surface.
         palette.buttonText: "#eeeee8"
         palette.windowText: "#eeeee8"
+        // A screen reader opens a menu with the title's Press, as a click does.
+        delegate: MenuBarItem {
+            id: menuTitle
+            Accessible.onPressAction: menuTitle.triggered()
+        }
         background: Rectangle {
             implicitHeight: 26
             color: "#141a17"
@@ -216,8 +221,17 @@ ApplicationWindow {
         width: Math.min(380, window.width - 40)
         padding: 28
         topPadding: 24
-        standardButtons: Dialog.Ok
         title: qsTr("About Zelvaine")
+        // Its own button rather than the standard one, which ignores an assistive tool's press.
+        footer: DialogButtonBox {
+            Button {
+                id: aboutOk
+                text: qsTr("OK")
+                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+                Accessible.onPressAction: clicked()
+            }
+        }
+        onOpened: aboutOk.forceActiveFocus()
         ColumnLayout {
             width: parent.width
             spacing: 8

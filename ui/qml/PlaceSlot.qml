@@ -1,4 +1,5 @@
 import QtQuick
+import Zelvaine
 
 // A hand slot or a foundation: its card, or the empty place; taps on either go to the board.
 Item {
@@ -20,17 +21,25 @@ Item {
     readonly property string accessibleHint: qsTr("Tap to select, double tap to play an unambiguous move, or drag")
 
     objectName: kind === 1 ? (hasCard ? "hand-" + index : "hand-empty-" + index) : "foundation-" + index
-    Component.onCompleted: drag.registerTarget(kind, index, place)
 
     Accessible.role: Accessible.Button
+    // A built foundation also names its top card: without it a player who cannot see the
+    // table would not know how far the suit has come.
     Accessible.name: kind === 1 ? (hasCard ? name : qsTr("Empty hand slot %1").arg(index + 1))
-                                : qsTr("Foundation %1").arg(index + 1)
+                   : hasCard ? qsTr("Foundation %1, %2").arg(index + 1).arg(name)
+                   : qsTr("Foundation %1").arg(index + 1)
     Accessible.description: kind === 2 || hasCard ? accessibleHint : ""
     Accessible.selectable: hasCard
     Accessible.selected: isSelected
     Accessible.onPressAction: place.tap()
     Accessible.focusable: true
-    Accessible.focused: board.focusRow === (kind === 1 ? 2 : 0) && board.focusIndex === index
+    readonly property bool hasRing: board.focusRow === (kind === 1 ? 2 : 0) && board.focusIndex === index
+    Accessible.focused: hasRing
+    onHasRingChanged: if (hasRing) AccessibleFocus.moveTo(place)
+    Component.onCompleted: {
+        drag.registerTarget(kind, index, place);
+        if (hasRing) AccessibleFocus.moveTo(place);
+    }
 
     function tap() {
         if (kind === 1) board.tapHand(index);

@@ -14,10 +14,9 @@ Item {
 
     function count(value) { return Number(value).toLocaleString(Qt.locale(), "f", 0); }
 
-    // "Done" is the window's default button.
+    // "Done" is the window's default button; Escape is the window's own.
     Keys.onReturnPressed: page.done()
     Keys.onEnterPressed: page.done()
-    Keys.onEscapePressed: page.done()
     focus: true
 
     ColumnLayout {
@@ -107,13 +106,17 @@ Item {
                         ColumnLayout {
                             Layout.fillWidth: true
                             spacing: 4
+                            // Read with the picker, as its name and description.
                             Label {
+                                Accessible.ignored: true
                                 text: qsTr("Hand Position")
                                 font.pixelSize: 14
                                 font.weight: Font.Medium
                                 color: "white"
                             }
                             Label {
+                                id: handPositionDetail
+                                Accessible.ignored: true
                                 text: qsTr("Places the hand on the selected side in horizontal layouts.")
                                 font.pixelSize: 13
                                 color: Qt.rgba(1, 1, 1, 0.6)
@@ -126,6 +129,7 @@ Item {
                             objectName: "handPositionPicker"
                             Accessible.role: Accessible.PageTabList
                             Accessible.name: qsTr("Hand Position")
+                            Accessible.description: handPositionDetail.text
                             Repeater {
                                 model: [{ title: qsTr("Left"), right: false }, { title: qsTr("Right"), right: true }]
                                 Button {

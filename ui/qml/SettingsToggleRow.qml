@@ -31,7 +31,10 @@ RowLayout {
     ColumnLayout {
         Layout.fillWidth: true
         spacing: 3
+        // The switch speaks for the row: its title is its name and the explanation its
+        // description, so that a screen reader reads each with its switch, not as loose text.
         Label {
+            Accessible.ignored: true
             text: row.title
             font.pixelSize: 14
             font.weight: Font.Medium
@@ -39,6 +42,7 @@ RowLayout {
         }
         Label {
             visible: row.detail !== ""
+            Accessible.ignored: true
             text: row.detail
             font.pixelSize: 13
             color: Qt.rgba(1, 1, 1, 0.6)
@@ -52,6 +56,7 @@ RowLayout {
         objectName: row.objectName + "Switch"
         Layout.alignment: Qt.AlignVCenter
         Accessible.name: row.title
+        Accessible.description: row.detail
         checked: row.checked
         // A click and an assistive tool's Toggle both change the switch; only a change that did
         // not come from the preference goes back to it.

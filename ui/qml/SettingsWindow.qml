@@ -32,11 +32,7 @@ Window {
         x = transientParent.x + (transientParent.width - width) / 2;
         y = transientParent.y + Math.max(0, (transientParent.height - height) / 3);
     }
-    onVisibleChanged: {
-        if (!visible) return;
-        stack.pop(null);
-        centreOverParent();
-    }
+    onVisibleChanged: if (visible) centreOverParent()
     onClosing: preferences.showSettings = false
 
     function close() { preferences.showSettings = false; }
@@ -59,12 +55,26 @@ Window {
         pushExit: Transition { NumberAnimation { property: "x"; from: 0; to: -stack.width / 3; duration: 220; easing.type: Easing.OutCubic } }
         popEnter: Transition { NumberAnimation { property: "x"; from: -stack.width / 3; to: 0; duration: 220; easing.type: Easing.OutCubic } }
         popExit: Transition { NumberAnimation { property: "x"; from: 0; to: stack.width; duration: 220; easing.type: Easing.OutCubic } }
-        initialItem: SettingsPage {
+        initialItem: settingsPage
+    }
+
+    // Escape closes the window from whichever screen shows, like Done.
+    Shortcut {
+        sequences: [StandardKey.Cancel]
+        onActivated: settings.close()
+    }
+
+    // Each screen replaces the other, moving in as a push and back as a pop: a screen kept
+    // beneath would be hidden but still in the accessibility tree, where a screen reader would
+    // read the settings behind the privacy policy.
+    Component {
+        id: settingsPage
+        SettingsPage {
             preferences: settings.preferences
             versionText: settings.versionText
             onDone: settings.close()
-            onShowPrivacy: stack.push(privacy)
-            onShowAcknowledgements: stack.push(acknowledgements)
+            onShowPrivacy: stack.replace(privacy, {}, StackView.PushTransition)
+            onShowAcknowledgements: stack.replace(acknowledgements, {}, StackView.PushTransition)
         }
     }
 
@@ -73,7 +83,7 @@ Window {
         InfoScreen {
             objectName: "privacyPolicy"
             title: qsTr("Privacy Policy")
-            onBack: stack.pop()
+            onBack: stack.replace(settingsPage, {}, StackView.PopTransition)
             sections: [
                 { paragraphs: [qsTr("Zelvaine does not collect, transmit, sell, or share personal data.")] },
                 { header: qsTr("Information stored on this device"),
@@ -96,7 +106,7 @@ Window {
         InfoScreen {
             objectName: "acknowledgements"
             title: qsTr("Acknowledgements")
-            onBack: stack.pop()
+            onBack: stack.replace(settingsPage, {}, StackView.PopTransition)
             sections: [
                 { header: qsTr("Playing-card artwork"),
                   paragraphs: [qsTr("The traditional playing-card faces are rendered from %1, the SVG edition by Letele Motebang of Adrian Kennard’s playing-card designs, released into the public domain under Creative Commons CC0.").arg("letele/playing-cards")],

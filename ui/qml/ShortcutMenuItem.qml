@@ -12,6 +12,14 @@ MenuItem {
     readonly property color textColour: control.down || control.highlighted ? control.palette.highlightedText
                                                                             : control.palette.text
 
+    // Qt's menu items ignore an assistive tool's press; it is a click, through the command's
+    // action when there is one, which also closes the menu.
+    Accessible.onPressAction: {
+        if (!control.enabled) return;
+        if (control.action) control.action.trigger(control);
+        else control.clicked();
+    }
+
     contentItem: Item {
         implicitWidth: title.implicitWidth + (keys.text.length > 0 ? 36 + keys.implicitWidth : 0)
         implicitHeight: Math.max(title.implicitHeight, keys.implicitHeight)

@@ -33,6 +33,7 @@ Rectangle {
                 Accessible.ignored: true
             }
             Label {
+                Accessible.ignored: true
                 text: tile.title
                 font.pixelSize: 12
                 color: Qt.rgba(1, 1, 1, 0.6)
@@ -42,6 +43,8 @@ Rectangle {
         }
         Label {
             objectName: tile.objectName + "Value"
+            // The tile reads as one: its title and value.
+            Accessible.ignored: true
             text: tile.value
             font.pixelSize: 22
             font.weight: Font.DemiBold

@@ -67,6 +67,11 @@ Item {
 
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Column %1, %2 cards").arg(columnIndex + 1).arg(count)
+    // An empty column has no card to hold the keyboard's ring: the column itself has it.
+    readonly property bool hasRing: board.focusRow === 1 && board.focusIndex === columnIndex && count === 0
+    Accessible.focusable: count === 0
+    Accessible.focused: hasRing
+    onHasRingChanged: if (hasRing) AccessibleFocus.moveTo(column)
     // Pressed as a whole, the column is a destination, as a tap on the table below its cards.
     Accessible.onPressAction: column.board.tapColumn(column.columnIndex)
 
@@ -122,10 +127,14 @@ Item {
             Accessible.description: accessibleHint
             Accessible.selectable: true
             Accessible.selected: isSelected
-            // The keyboard's ring is the screen reader's focus too.
+            // The keyboard's ring is the screen reader's focus too; a card rebuilt under the ring
+            // (after a move) is a new element to announce.
+            readonly property bool hasRing: column.board.focusRow === 1 && column.board.focusIndex === column.columnIndex
+                                            && column.board.focusCardIndex === index
             Accessible.focusable: true
-            Accessible.focused: column.board.focusRow === 1 && column.board.focusIndex === column.columnIndex
-                                && column.board.focusCardIndex === index
+            Accessible.focused: hasRing
+            onHasRingChanged: if (hasRing) AccessibleFocus.moveTo(cardPlace)
+            Component.onCompleted: if (hasRing) AccessibleFocus.moveTo(cardPlace)
             // An assistive tool's press is the player's tap.
             Accessible.onPressAction: column.board.tapTableauCard(column.columnIndex, cardPlace.index)
 

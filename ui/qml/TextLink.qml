@@ -24,6 +24,7 @@ AbstractButton {
             Accessible.ignored: true
         }
         Label {
+            Accessible.ignored: true
             text: link.text
             color: "#64d2ff"
             font.underline: link.hovered || link.visualFocus

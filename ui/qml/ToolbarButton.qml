@@ -16,6 +16,8 @@ ToolButton {
     palette.buttonText: "white"
     opacity: enabled ? 1 : 0.45
     Accessible.name: text
+    // A command the preferences hide is not there for a screen reader either.
+    Accessible.ignored: !visible
     // Qt's buttons ignore an assistive tool's press; it is a click.
     Accessible.onPressAction: if (enabled) clicked()
     ToolTip.visible: isCompact && hovered

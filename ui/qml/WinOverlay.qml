@@ -29,7 +29,9 @@ Item {
         color: Qt.rgba(0.12, 0.14, 0.13, 0.86)
         // Announced as it appears: the praise is the news.
         Accessible.role: Accessible.Notification
-        Accessible.name: qsTr("Zelvaine Complete: %1 %2").arg(overlay.board.winMessage).arg(overlay.board.winSummary)
+        // Nameless while nothing is won, when the panel is hidden.
+        Accessible.name: overlay.board.won
+                         ? qsTr("Zelvaine Complete: %1 %2").arg(overlay.board.winMessage).arg(overlay.board.winSummary) : ""
         border.color: Qt.rgba(1, 1, 1, 0.12)
 
         Column {
@@ -78,6 +80,7 @@ Item {
                 font.weight: Font.DemiBold
                 onClicked: overlay.board.newGame()
                 Accessible.onPressAction: clicked()
+                Accessible.ignored: !overlay.visible
                 // Prominent: the one thing to do next.
                 contentItem: Text {
                     text: parent.text
