@@ -24,10 +24,10 @@ namespace zelvaine {
 class CardDragController : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(GameBoard* board READ board WRITE setBoard NOTIFY boardChanged FINAL)
+    Q_PROPERTY(zelvaine::GameBoard* board READ board WRITE setBoard NOTIFY boardChanged FINAL)
     // The item whose coordinates every point here is in.
     Q_PROPERTY(QQuickItem* boardItem READ boardItem WRITE setBoardItem NOTIFY boardItemChanged FINAL)
-    Q_PROPERTY(DragPositionModel* dragPosition READ dragPosition CONSTANT FINAL)
+    Q_PROPERTY(zelvaine::DragPositionModel* dragPosition READ dragPosition CONSTANT FINAL)
     Q_PROPERTY(bool active READ active NOTIFY dragChanged FINAL)
     // The drag's source, for the places to leave its cards out: kind -1 when none, else 0 a
     // column's card, 1 a hand slot, 2 a foundation.

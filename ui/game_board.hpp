@@ -30,8 +30,8 @@ class GameBoard : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("Made by the application around its store")
     Q_PROPERTY(QList<QObject*> columns READ columns CONSTANT FINAL)
-    Q_PROPERTY(CardListModel* hand READ hand CONSTANT FINAL)
-    Q_PROPERTY(CardListModel* foundations READ foundations CONSTANT FINAL)
+    Q_PROPERTY(zelvaine::CardListModel* hand READ hand CONSTANT FINAL)
+    Q_PROPERTY(zelvaine::CardListModel* foundations READ foundations CONSTANT FINAL)
     Q_PROPERTY(int moveCount READ moveCount NOTIFY stateChanged FINAL)
     Q_PROPERTY(bool won READ won NOTIFY stateChanged FINAL)
     Q_PROPERTY(bool canUndo READ canUndo NOTIFY stateChanged FINAL)

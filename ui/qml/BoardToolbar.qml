@@ -24,7 +24,8 @@ RowLayout {
         spacing: 8
         Image {
             source: "qrc:/icons/mdi/cards-playing-outline.svg"
-            sourceSize: Qt.size(22, 22)
+            sourceSize.width: 22
+            sourceSize.height: 22
             anchors.verticalCenter: parent.verticalCenter
         }
         Column {
@@ -62,7 +63,8 @@ RowLayout {
         Accessible.name: qsTr("High score: %n moves", "", toolbar.preferences.highScore === undefined ? 0 : toolbar.preferences.highScore)
         Image {
             source: "qrc:/icons/mdi/trophy.svg"
-            sourceSize: Qt.size(13, 13)
+            sourceSize.width: 13
+            sourceSize.height: 13
             anchors.verticalCenter: parent.verticalCenter
             opacity: 0.82
         }
@@ -190,7 +192,7 @@ RowLayout {
             acceptLabel: qsTr("Save")
             defaultSuffix: "zelvaine"
             nameFilters: [qsTr("Zelvaine games (*.zelvaine)")]
-            onAccepted: toolbar.board.exportGame(selectedFile)
+            onAccepted: toolbar.board.exportGame(selectedFile) // qmllint disable unqualified
         }
     }
 }

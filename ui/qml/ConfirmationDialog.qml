@@ -1,6 +1,8 @@
 import QtQuick
 import QtQuick.Controls
 
+// Qt 6.4's linter does not know DialogButtonBox's roles: the lines that name them say so.
+
 // The store's question, over the board: new game, restart, automatic finish or opening a file.
 GameDialog {
     id: dialog
@@ -23,7 +25,7 @@ GameDialog {
         Button {
             objectName: "confirmationCancel"
             text: dialog.texts.cancel || ""
-            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole // qmllint disable type
             Accessible.onPressAction: clicked()
         }
         Button {
@@ -31,7 +33,7 @@ GameDialog {
             objectName: "confirmationConfirm"
             text: dialog.texts.confirm || ""
             highlighted: true
-            DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+            DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole // qmllint disable type
             Accessible.onPressAction: clicked()
         }
     }

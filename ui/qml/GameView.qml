@@ -105,6 +105,9 @@ Item {
         }
     }
 
+    // The arrangements reach the board's ids from components that a Loader switches between; Qt 6.4
+    // cannot switch components bound to this file, and its linter asks for that binding.
+    // qmllint disable unqualified
     // Portrait: foundations, tableau, hand, one above the other.
     Component {
         id: portraitArrangement
@@ -174,6 +177,7 @@ Item {
             }
         }
     }
+    // qmllint enable unqualified
 
     // Where the toast and the automatic-finish badge hide no card: in the free band between the
     // lowest card of the tableau and what lies below it (the hand row, or the window's edge), or,
@@ -255,6 +259,8 @@ Item {
 
     // The sheets exist only while they show: a hidden window would still stand in the
     // accessibility tree, with its buttons, for a screen reader to wander into.
+    // Made by Loaders too, as the arrangements are.
+    // qmllint disable unqualified
     Loader {
         active: view.board.showRules
         sourceComponent: RulesView {
@@ -300,6 +306,7 @@ Item {
             onRejected: view.board.isImportingGame = false
         }
     }
+    // qmllint enable unqualified
 
     // A shared game dropped on the window opens like one chosen in the picker.
     DropArea {

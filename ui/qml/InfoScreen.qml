@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -60,9 +61,9 @@ Item {
                         Layout.rightMargin: 24
                         spacing: 6
                         Label {
-                            visible: !!modelData.header
+                            visible: !!section.modelData.header
                             Accessible.ignored: !visible
-                            text: modelData.header ? modelData.header.toUpperCase() : ""
+                            text: section.modelData.header ? section.modelData.header.toUpperCase() : ""
                             font.pixelSize: 12
                             color: Qt.rgba(1, 1, 1, 0.55)
                         }
@@ -78,7 +79,7 @@ Item {
                                 width: parent.width - 28
                                 spacing: 10
                                 Repeater {
-                                    model: modelData.paragraphs
+                                    model: section.modelData.paragraphs
                                     Label {
                                         required property string modelData
                                         text: modelData
@@ -89,15 +90,15 @@ Item {
                                     }
                                 }
                                 Label {
-                                    visible: !!modelData.link
+                                    visible: !!section.modelData.link
                                     Accessible.ignored: !visible
-                                    text: modelData.link ? "<a href=\"" + modelData.link.url + "\">" + modelData.link.text + "</a>" : ""
+                                    text: section.modelData.link ? "<a href=\"" + section.modelData.link.url + "\">" + section.modelData.link.text + "</a>" : ""
                                     textFormat: Text.StyledText
                                     linkColor: "#64d2ff"
                                     font.pixelSize: 14
                                     onLinkActivated: url => Qt.openUrlExternally(url)
                                     Accessible.role: Accessible.Link
-                                    Accessible.name: modelData.link ? modelData.link.text : ""
+                                    Accessible.name: section.modelData.link ? section.modelData.link.text : ""
                                     MouseArea {
                                         anchors.fill: parent
                                         acceptedButtons: Qt.NoButton

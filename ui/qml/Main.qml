@@ -3,6 +3,9 @@ import QtQuick.Controls
 import QtQuick.Layouts
 import Zelvaine
 
+// Qt 6.4's linter knows neither StandardKey nor DialogButtonBox's roles: the lines that name them
+// say so.
+
 ApplicationWindow {
     id: window
 
@@ -87,7 +90,7 @@ ApplicationWindow {
                 objectName: "quitItem"
                 action: Action {
                     text: qsTr("Quit Zelvaine")
-                    shortcut: StandardKey.Quit
+                    shortcut: StandardKey.Quit // qmllint disable unqualified
                     onTriggered: Qt.quit()
                 }
             }
@@ -227,7 +230,7 @@ ApplicationWindow {
             Button {
                 id: aboutOk
                 text: qsTr("OK")
-                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole // qmllint disable type
                 Accessible.onPressAction: clicked()
             }
         }
@@ -237,7 +240,8 @@ ApplicationWindow {
             spacing: 8
             Image {
                 source: "qrc:/icons/zelvaine.svg"
-                sourceSize: Qt.size(72, 72)
+                sourceSize.width: 72
+                sourceSize.height: 72
                 Layout.alignment: Qt.AlignHCenter
                 Layout.bottomMargin: 6
                 Accessible.ignored: true
@@ -291,7 +295,7 @@ ApplicationWindow {
             Button {
                 objectName: "updateCancelButton"
                 text: qsTr("Cancel")
-                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole // qmllint disable type
                 Accessible.onPressAction: clicked()
             }
         }
@@ -330,20 +334,20 @@ ApplicationWindow {
             Button {
                 visible: updateResult.state === 3
                 text: qsTr("Download")
-                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole // qmllint disable type
                 Accessible.onPressAction: clicked()
                 onClicked: Qt.openUrlExternally(window.updater.downloadUrl)
             }
             Button {
                 visible: updateResult.state === 3 && window.updater.releaseNotesUrl.toString() !== ""
                 text: qsTr("Release Notes")
-                DialogButtonBox.buttonRole: DialogButtonBox.HelpRole
+                DialogButtonBox.buttonRole: DialogButtonBox.HelpRole // qmllint disable type
                 Accessible.onPressAction: clicked()
                 onClicked: Qt.openUrlExternally(window.updater.releaseNotesUrl)
             }
             Button {
                 text: updateResult.state === 3 ? qsTr("Later") : qsTr("OK")
-                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole // qmllint disable type
                 Accessible.onPressAction: clicked()
             }
         }

@@ -92,10 +92,13 @@ Item {
         onMenuRequested: {
             if (!place.hasCard) return;
             menu.active = true;
-            menu.item.popup();
+            (menu.item as SourceMoveMenu).popup();
         }
     }
     // Made on first use, as in the columns.
+    // The menu, made by a Loader, reaches this file's ids; Qt 6.4 cannot load a component bound
+    // to this file, and its linter asks for that binding.
+    // qmllint disable unqualified
     Loader {
         id: menu
         active: false
@@ -105,4 +108,5 @@ Item {
             index: place.index
         }
     }
+    // qmllint enable unqualified
 }

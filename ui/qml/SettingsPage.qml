@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
@@ -32,7 +33,8 @@ Item {
             spacing: 14
             Image {
                 source: "qrc:/icons/zelvaine.svg"
-                sourceSize: Qt.size(52, 52)
+                sourceSize.width: 52
+                sourceSize.height: 52
                 Layout.preferredWidth: 52
                 Layout.preferredHeight: 52
                 fillMode: Image.PreserveAspectFit

@@ -24,7 +24,8 @@ RowLayout {
         Layout.preferredWidth: 30
         Layout.alignment: Qt.AlignVCenter
         source: "qrc:/icons/mdi/" + row.icon + ".svg"
-        sourceSize: Qt.size(21, 21)
+        sourceSize.width: 21
+        sourceSize.height: 21
         fillMode: Image.Pad
         Accessible.ignored: true
     }

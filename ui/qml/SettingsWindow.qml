@@ -1,7 +1,10 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 import QtQuick.Window
+
+// Qt 6.4's linter does not know StandardKey: the line that names it says so.
 
 // The settings: a fixed 620 × 590 window over the game. Every control writes straight through
 // to the preferences; the privacy policy and acknowledgements open in place.
@@ -13,6 +16,8 @@ Window {
     property string versionText: "—"
     // The update server, named by the privacy policy.
     property string updateHost: ""
+    // The game window this one stands over, when it is a Qt Quick window.
+    readonly property Window gameWindow: transientParent as Window
 
     objectName: "settingsWindow"
     title: qsTr("Settings")
@@ -42,8 +47,8 @@ Window {
     Binding {
         target: stack
         property: "palette"
-        value: settings.transientParent ? settings.transientParent.contentItem.palette : null
-        when: settings.transientParent !== null && settings.transientParent.contentItem !== null
+        value: settings.gameWindow ? settings.gameWindow.contentItem.palette : null
+        when: settings.gameWindow !== null && settings.gameWindow.contentItem !== null
     }
     StackView {
         id: stack
@@ -60,7 +65,7 @@ Window {
 
     // Escape closes the window from whichever screen shows, like Done.
     Shortcut {
-        sequences: [StandardKey.Cancel]
+        sequences: [StandardKey.Cancel] // qmllint disable unqualified
         onActivated: settings.close()
     }
 

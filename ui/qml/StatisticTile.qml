@@ -28,7 +28,8 @@ Rectangle {
             spacing: 4
             Image {
                 source: "qrc:/icons/mdi/" + tile.icon + ".svg"
-                sourceSize: Qt.size(12, 12)
+                sourceSize.width: 12
+                sourceSize.height: 12
                 opacity: 0.6
                 Accessible.ignored: true
             }

@@ -20,7 +20,8 @@ AbstractButton {
         spacing: 5
         Image {
             source: "qrc:/icons/mdi/" + link.iconName + ".svg"
-            sourceSize: Qt.size(14, 14)
+            sourceSize.width: 14
+            sourceSize.height: 14
             Accessible.ignored: true
         }
         Label {

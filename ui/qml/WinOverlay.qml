@@ -42,7 +42,8 @@ Item {
             Image {
                 anchors.horizontalCenter: parent.horizontalCenter
                 source: "qrc:/icons/mdi/crown.svg"
-                sourceSize: Qt.size(64, 64)
+                sourceSize.width: 64
+                sourceSize.height: 64
             }
             Text {
                 anchors.horizontalCenter: parent.horizontalCenter
@@ -69,6 +70,7 @@ Item {
                 color: Qt.rgba(1, 1, 1, 0.8)
             }
             Button {
+                id: playAgain
                 objectName: "playAgain"
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: qsTr("Play Again")
@@ -83,16 +85,16 @@ Item {
                 Accessible.ignored: !overlay.visible
                 // Prominent: the one thing to do next.
                 contentItem: Text {
-                    text: parent.text
-                    font: parent.font
+                    text: playAgain.text
+                    font: playAgain.font
                     color: "black"
                     horizontalAlignment: Text.AlignHCenter
                     verticalAlignment: Text.AlignVCenter
                 }
                 background: Rectangle {
                     radius: 10
-                    color: parent.down ? "#d9a92e" : parent.hovered ? "#ffd45c" : "#f5c542"
-                    border.width: parent.visualFocus ? 2 : 0
+                    color: playAgain.down ? "#d9a92e" : playAgain.hovered ? "#ffd45c" : "#f5c542"
+                    border.width: playAgain.visualFocus ? 2 : 0
                     border.color: "white"
                 }
             }
