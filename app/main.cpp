@@ -22,7 +22,6 @@
 
 #include <QGuiApplication>
 #include <QIcon>
-#include <QPalette>
 #include <QSessionManager>
 #include <QTimer>
 #include <QQmlApplicationEngine>
@@ -34,34 +33,6 @@
 
 Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
 Q_IMPORT_QML_PLUGIN(ZelvaineShellPlugin)
-
-namespace {
-
-// The game is always dark: the felt sets the mood, and the controls follow it.
-QPalette darkPalette()
-{
-    QPalette palette;
-    const QColor window(0x1f, 0x26, 0x23);
-    const QColor base(0x15, 0x1b, 0x18);
-    const QColor text(0xee, 0xee, 0xe8);
-    palette.setColor(QPalette::Window, window);
-    palette.setColor(QPalette::WindowText, text);
-    palette.setColor(QPalette::Base, base);
-    palette.setColor(QPalette::AlternateBase, window);
-    palette.setColor(QPalette::Text, text);
-    palette.setColor(QPalette::Button, QColor(0x2b, 0x35, 0x30));
-    palette.setColor(QPalette::ButtonText, text);
-    palette.setColor(QPalette::Highlight, QColor(0xd9, 0xb4, 0x41));
-    palette.setColor(QPalette::HighlightedText, QColor(0x10, 0x10, 0x10));
-    palette.setColor(QPalette::ToolTipBase, base);
-    palette.setColor(QPalette::ToolTipText, text);
-    palette.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(0x80, 0x86, 0x82));
-    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x80, 0x86, 0x82));
-    palette.setColor(QPalette::Disabled, QPalette::Text, QColor(0x80, 0x86, 0x82));
-    return palette;
-}
-
-} // namespace
 
 int main(int argc, char** argv)
 {
@@ -76,9 +47,10 @@ int main(int argc, char** argv)
     QGuiApplication::setApplicationName("Zelvaine");
     QGuiApplication::setOrganizationName("Zelvaine");
     QGuiApplication::setApplicationVersion(QString::fromLatin1(zelvaine::build::version));
+    // The dark colours are the window's palette in Main.qml, inherited by its menus and dialogs:
+    // Qt Quick Controls do not follow QGuiApplication::setPalette().
     QQuickStyle::setStyle("Fusion");
     zelvaine::chooseFastestRenderer();
-    QGuiApplication::setPalette(darkPalette());
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/zelvaine.svg")));
 
     // Before anything reads the saved game: a second game would save over this one's.

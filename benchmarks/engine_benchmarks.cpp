@@ -1,10 +1,12 @@
 // What the board asks of the rules on every change: a move, a sweep of canMove over every
-// source and destination for highlighting, a hint, and the automatic-finish test.
+// source and destination for highlighting, a hint, and the automatic-finish test; and what the
+// store pays to write a position's JSON at every move and to read one back at start.
 // Run: build/release/benchmarks/engine_benchmarks (see README).
 
 #include "engine/auto_complete.hpp"
 #include "engine/hints.hpp"
 #include "engine/move_rules.hpp"
+#include "engine/state_json.hpp"
 
 #include <benchmark/benchmark.h>
 
@@ -136,6 +138,20 @@ void BM_canAutoCompleteAllCards(benchmark::State& state)
     for (auto _ : state) benchmark::DoNotOptimize(canAutoComplete(s));
 }
 BENCHMARK(BM_canAutoCompleteAllCards);
+
+void BM_positionToJson(benchmark::State& state)
+{
+    const GameState s = midGame();
+    for (auto _ : state) benchmark::DoNotOptimize(toJson(s));
+}
+BENCHMARK(BM_positionToJson);
+
+void BM_positionFromJson(benchmark::State& state)
+{
+    const std::string json = toJson(midGame());
+    for (auto _ : state) benchmark::DoNotOptimize(gameStateFromJson(json));
+}
+BENCHMARK(BM_positionFromJson);
 
 } // namespace
 } // namespace zelvaine

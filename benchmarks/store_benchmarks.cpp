@@ -5,6 +5,7 @@
 
 #include "engine/move_rules.hpp"
 #include "engine/state_json.hpp"
+#include "store/game_document.hpp"
 #include "store/game_store.hpp"
 #include "store/saved_game.hpp"
 #include "store/sqlite_defaults_store.hpp"
@@ -163,6 +164,27 @@ void BM_restoreAtStart(benchmark::State& state)
     if (store->history().size() != static_cast<std::size_t>(state.range(0))) state.SkipWithError("not restored");
 }
 BENCHMARK(BM_restoreAtStart)->Arg(100)->Arg(300)->Arg(1000)->Arg(3000)->Iterations(10)->Unit(benchmark::kMillisecond);
+
+// A shared file of a deal and a later position of it, written for export and read on opening.
+ZelvaineGameDocument sampleDocument()
+{
+    const SavedGame game = longGame(1);
+    return ZelvaineGameDocument::fromStates(game.history.front(), game.initialState);
+}
+
+void BM_sharedFileEncode(benchmark::State& state)
+{
+    const ZelvaineGameDocument document = sampleDocument();
+    for (auto _ : state) benchmark::DoNotOptimize(document.encode());
+}
+BENCHMARK(BM_sharedFileEncode);
+
+void BM_sharedFileDecode(benchmark::State& state)
+{
+    const std::string bytes = sampleDocument().encode();
+    for (auto _ : state) benchmark::DoNotOptimize(ZelvaineGameDocument::decode(bytes));
+}
+BENCHMARK(BM_sharedFileDecode);
 
 } // namespace
 } // namespace zelvaine

@@ -2,6 +2,8 @@
 
 #include "sound/openal_player.hpp"
 #include "sound/resource_folder.hpp"
+#include "store/game_preferences.hpp"
+#include "store/sound_cues.hpp"
 
 #include <algorithm>
 #include <chrono>
@@ -10,12 +12,6 @@ namespace zelvaine {
 
 namespace {
 
-constexpr std::string_view kShuffle = "card-shuffle";
-constexpr std::string_view kFan = "card-fan-1";
-constexpr std::string_view kShove = "card-shove-1";
-constexpr float kShuffleVolume = 0.5f;
-constexpr float kFanVolume = 0.45f;
-constexpr float kPlacementVolume = 0.42f;
 constexpr std::chrono::milliseconds kFanDelay{650};
 // Cards land in quick runs (the automatic finish), so each placement cue may overlap itself.
 constexpr int kPlacementPoolSize = 3;
@@ -34,7 +30,7 @@ std::shared_ptr<SoundEffects> SoundEffects::create(const DefaultsStore& defaults
                                                    std::optional<std::filesystem::path> resourceFolder)
 {
     // Anything but a stored boolean, including a value of another type, means sounds on.
-    const bool enabled = defaults.boolean(soundsEnabledKey).value_or(true);
+    const bool enabled = defaults.boolean(preferenceKeys::soundsEnabled).value_or(true);
     std::shared_ptr<SoundEffects> effects(
         new SoundEffects(enabled, std::move(playerFactory), std::move(resourceFolder)));
     effects->audioQueue_.post([raw = effects.get()] { raw->preloadPlayers(); });
@@ -48,7 +44,6 @@ SoundEffects::SoundEffects(bool enabled, std::shared_ptr<SoundPlayerFactory> pla
       resourceFolder_(std::move(resourceFolder)),
       isEnabled_(enabled)
 {
-    for (int number = 1; number <= 4; ++number) placementNames_.push_back("card-place-" + std::to_string(number));
 }
 
 SoundEffects::~SoundEffects()
@@ -85,11 +80,11 @@ void SoundEffects::waitUntilIdle()
 void SoundEffects::preloadPlayers()
 {
     audioQueue_.requireCurrent("SoundEffects::preloadPlayers");
-    std::vector<std::string> cues{std::string(kShuffle), std::string(kFan), std::string(kShove)};
-    cues.insert(cues.end(), placementNames_.begin(), placementNames_.end());
+    std::vector<std::string_view> cues{shuffleCue.name, fanCue.name, refusalCue.name};
+    for (const SoundCue& placement : placementCues) cues.push_back(placement.name);
 
-    for (const auto& cue : cues) {
-        const bool isPlacement = std::ranges::find(placementNames_, cue) != placementNames_.end();
+    for (const std::string_view cue : cues) {
+        const bool isPlacement = std::ranges::find(placementCues, cue, &SoundCue::name) != placementCues.end();
         PlayerPool pool;
         for (int round = 0; round < (isPlacement ? kPlacementPoolSize : 1); ++round) {
             const auto file = findResource(resourceFolder_, "SoundEffects", cue, "caf");
@@ -99,7 +94,7 @@ void SoundEffects::preloadPlayers()
             player->prepareToPlay();
             pool.push_back(std::move(player));
         }
-        players_.insert_or_assign(cue, std::move(pool));
+        players_.insert_or_assign(std::string(cue), std::move(pool));
     }
 }
 
@@ -128,21 +123,20 @@ void SoundEffects::playDealOnQueue()
     // An older deal's fan must never follow this deal's shuffle, whether or not sounds are on.
     cancelPendingDealSound();
     if (!isEnabled_) return;
-    playOnQueue(std::string(kShuffle), kShuffleVolume);
+    playOnQueue(std::string(shuffleCue.name), static_cast<float>(shuffleCue.volume));
     pendingDealSound_ = audioQueue_.runAfter(kFanDelay, [weakSelf = weak_from_this()] {
         const auto self = weakSelf.lock();
         if (!self) return;
         self->pendingDealSound_.reset();
         // Goes through the gate again: sounds may have been switched off in the meantime.
-        self->playOnQueue(std::string(kFan), kFanVolume);
+        self->playOnQueue(std::string(fanCue.name), static_cast<float>(fanCue.volume));
     });
 }
 
 void SoundEffects::playPlacementOnQueue()
 {
-    if (placementNames_.empty()) return;
-    const auto index = uniformBelow(random_, placementNames_.size());
-    playOnQueue(placementNames_[index], kPlacementVolume);
+    const SoundCue& cue = placementCues[uniformBelow(random_, placementCues.size())];
+    playOnQueue(std::string(cue.name), static_cast<float>(cue.volume));
 }
 
 void SoundEffects::setEnabledOnQueue(bool enabled)

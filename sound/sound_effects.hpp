@@ -21,10 +21,8 @@ namespace zelvaine {
 // touched on that queue alone.
 class SoundEffects : public std::enable_shared_from_this<SoundEffects> {
 public:
-    static constexpr std::string_view soundsEnabledKey = "zelvaine.preferences.sounds-enabled";
-
     // The process-wide instance. The first call creates it, reading whether sounds are on
-    // from `defaults`; later calls return the same instance and ignore the argument.
+    // from `defaults` (the preference's own key); later calls return the same instance and ignore the argument.
     static SoundEffects& shared(const DefaultsStore& defaults);
 
     // `resourceFolder` holds the "SoundEffects" folder of .caf files; without it every cue
@@ -68,7 +66,6 @@ private:
     std::optional<std::filesystem::path> resourceFolder_;
     SecureRandom random_;
 
-    std::vector<std::string> placementNames_;
     std::map<std::string, PlayerPool, std::less<>> players_;
     std::map<std::string, std::size_t, std::less<>> nextPlayerIndex_;
     std::optional<DelayedWork> pendingDealSound_;

@@ -1,7 +1,7 @@
 #include "store/game_document.hpp"
 
-#include "engine/json_writer.hpp"
 #include "engine/localizer.hpp"
+#include "engine/position_json.hpp"
 
 #include <simdjson.h>
 
@@ -18,139 +18,17 @@ using Failure = Unexpected<DocumentReadFailure>;
 
 Failure readFailure(std::string detail) { return Failure{DocumentReadFailure{std::nullopt, std::move(detail)}}; }
 
-// Strict reading of the file's own shapes; any failure is the generic kind.
-class Reader {
-public:
-    std::optional<std::string> error;
-
-    std::optional<element> member(const element& value, std::string_view key)
-    {
-        simdjson::dom::object object;
-        element found;
-        if (value.get_object().get(object) != simdjson::SUCCESS) return fail("expected an object");
-        if (object.at_key(key).get(found) != simdjson::SUCCESS) return fail("missing key \"" + std::string(key) + "\"");
-        return found;
-    }
-
-    std::optional<std::int64_t> integer(const element& value)
-    {
-        std::int64_t number = 0;
-        if (value.get_int64().get(number) != simdjson::SUCCESS) return fail("expected an integer");
-        return number;
-    }
-
-    std::optional<DocumentCard> card(const element& value)
-    {
-        const auto id = member(value, "id");
-        const auto suit = member(value, "suit");
-        const auto rank = member(value, "rank");
-        const auto deck = member(value, "deck");
-        if (!id || !suit || !rank || !deck) return std::nullopt;
-        std::string_view idText;
-        std::string_view suitText;
-        if (id->get_string().get(idText) != simdjson::SUCCESS) return fail("card id is not a string");
-        const auto uuid = Uuid::parse(idText);
-        if (!uuid) return fail("card id is not a UUID");
-        if (suit->get_string().get(suitText) != simdjson::SUCCESS) return fail("card suit is not a string");
-        const auto rankNumber = integer(*rank);
-        const auto deckNumber = integer(*deck);
-        if (!rankNumber || !deckNumber) return std::nullopt;
-        return DocumentCard{*uuid, std::string(suitText), *rankNumber, *deckNumber};
-    }
-
-    std::optional<std::vector<std::vector<DocumentCard>>> piles(const element& value)
-    {
-        simdjson::dom::array outer;
-        if (value.get_array().get(outer) != simdjson::SUCCESS) return fail("expected an array of arrays");
-        std::vector<std::vector<DocumentCard>> result;
-        for (element pileValue : outer) {
-            simdjson::dom::array inner;
-            if (pileValue.get_array().get(inner) != simdjson::SUCCESS) return fail("expected an array of cards");
-            auto& pile = result.emplace_back();
-            for (element cardValue : inner) {
-                auto c = card(cardValue);
-                if (!c) return std::nullopt;
-                pile.push_back(std::move(*c));
-            }
-        }
-        return result;
-    }
-
-    std::optional<DocumentPosition> position(const element& value)
-    {
-        const auto tableau = member(value, "tableau");
-        const auto foundations = member(value, "foundations");
-        const auto hand = member(value, "hand");
-        const auto moveCount = member(value, "moveCount");
-        if (!tableau || !foundations || !hand || !moveCount) return std::nullopt;
-        DocumentPosition result;
-        auto columns = piles(*tableau);
-        auto bases = piles(*foundations);
-        if (!columns || !bases) return std::nullopt;
-        result.tableau = std::move(*columns);
-        result.foundations = std::move(*bases);
-        simdjson::dom::array slots;
-        if (hand->get_array().get(slots) != simdjson::SUCCESS) return fail("hand is not an array");
-        for (element slot : slots) {
-            if (slot.is_null()) {
-                result.hand.emplace_back();
-                continue;
-            }
-            auto c = card(slot);
-            if (!c) return std::nullopt;
-            result.hand.emplace_back(std::move(*c));
-        }
-        const auto count = integer(*moveCount);
-        if (!count) return std::nullopt;
-        result.moveCount = *count;
-        return result;
-    }
-
-private:
-    std::nullopt_t fail(std::string message)
-    {
-        if (!error) error = std::move(message);
-        return std::nullopt;
-    }
-};
-
-void appendCard(std::string& out, const DocumentCard& card)
+// A file's card is taken as it stands; its suit and rank are judged when the game is made.
+JsonResult<DocumentCard> decodeDocumentCard(const element& value, const JsonPath& path)
 {
-    out += "{\"deck\":" + std::to_string(card.deck) + ",\"id\":\"" + card.id.text() + "\",\"rank\":" +
-           std::to_string(card.rank) + ",\"suit\":";
-    appendJsonString(out, card.suit);
-    out += '}';
+    auto fields = decodeCardFields(value, path);
+    if (!fields) return Unexpected{fields.error()};
+    return DocumentCard{fields->id, std::string(fields->suit), fields->rank, fields->deck};
 }
 
-void appendPosition(std::string& out, const DocumentPosition& position)
+void appendDocumentCard(std::string& out, const DocumentCard& card)
 {
-    auto appendPiles = [&out](const std::vector<std::vector<DocumentCard>>& piles) {
-        out += '[';
-        for (std::size_t p = 0; p < piles.size(); ++p) {
-            if (p > 0) out += ',';
-            out += '[';
-            for (std::size_t c = 0; c < piles[p].size(); ++c) {
-                if (c > 0) out += ',';
-                appendCard(out, piles[p][c]);
-            }
-            out += ']';
-        }
-        out += ']';
-    };
-    out += "{\"foundations\":";
-    appendPiles(position.foundations);
-    out += ",\"hand\":[";
-    for (std::size_t s = 0; s < position.hand.size(); ++s) {
-        if (s > 0) out += ',';
-        if (position.hand[s]) {
-            appendCard(out, *position.hand[s]);
-        } else {
-            out += "null";
-        }
-    }
-    out += "],\"moveCount\":" + std::to_string(position.moveCount) + ",\"tableau\":";
-    appendPiles(position.tableau);
-    out += '}';
+    appendCardJson(out, card.id, card.suit, card.rank, card.deck);
 }
 
 DocumentCard documentCard(const PlayingCard& card)
@@ -266,6 +144,28 @@ bool isValidPair(const GameState& current, const GameState& restart)
     });
 }
 
+// Strict about the shape; what the values mean is judged by makeStates().
+JsonResult<ZelvaineGameDocument> decodeDocument(const element& root)
+{
+    simdjson::dom::object object;
+    if (root.get_object().get(object) != simdjson::SUCCESS) return jsonWrongType(JsonPath(), root, "an object");
+    ZelvaineGameDocument document;
+    auto version = requiredMember(object, JsonPath(), "formatVersion");
+    if (!version) return Unexpected{version.error()};
+    auto versionNumber = decodeInteger(*version, JsonPath("formatVersion"));
+    if (!versionNumber) return Unexpected{versionNumber.error()};
+    document.formatVersion = *versionNumber;
+    for (auto [key, target] : {std::pair{std::string_view("currentPosition"), &document.currentPosition},
+                               std::pair{std::string_view("restartPosition"), &document.restartPosition}}) {
+        auto member = requiredMember(object, JsonPath(), key);
+        if (!member) return Unexpected{member.error()};
+        auto position = decodePositionJson<DocumentPosition>(*member, JsonPath(key), decodeDocumentCard);
+        if (!position) return Unexpected{position.error()};
+        *target = std::move(*position);
+    }
+    return document;
+}
+
 } // namespace
 
 std::string sharedGameFailureText()
@@ -323,28 +223,17 @@ Expected<ZelvaineGameDocument, DocumentReadFailure> ZelvaineGameDocument::decode
     if (auto error = parser.parse(simdjson::padded_string(bytes)).get(root); error != simdjson::SUCCESS) {
         return readFailure(std::string("not valid JSON: ") + simdjson::error_message(error));
     }
-    Reader reader;
-    const auto version = reader.member(root, "formatVersion");
-    const auto current = reader.member(root, "currentPosition");
-    const auto restart = reader.member(root, "restartPosition");
-    if (!version || !current || !restart) return readFailure(*reader.error);
-    ZelvaineGameDocument document;
-    const auto versionNumber = reader.integer(*version);
-    auto currentPosition = reader.position(*current);
-    auto restartPosition = currentPosition ? reader.position(*restart) : std::nullopt;
-    if (!versionNumber || !currentPosition || !restartPosition) return readFailure(*reader.error);
-    document.formatVersion = *versionNumber;
-    document.currentPosition = std::move(*currentPosition);
-    document.restartPosition = std::move(*restartPosition);
-    return document;
+    auto document = decodeDocument(root);
+    if (!document) return readFailure(document.error().describe());
+    return std::move(*document);
 }
 
 std::string ZelvaineGameDocument::encode() const
 {
     std::string out = "{\"currentPosition\":";
-    appendPosition(out, currentPosition);
+    appendPositionJson(out, currentPosition, appendDocumentCard);
     out += ",\"formatVersion\":" + std::to_string(formatVersion) + ",\"restartPosition\":";
-    appendPosition(out, restartPosition);
+    appendPositionJson(out, restartPosition, appendDocumentCard);
     out += '}';
     return out;
 }

@@ -240,7 +240,7 @@ void GameStore::restartGame()
     clearTransients();
     setConfirmation(std::nullopt);
     persist();
-    sound_.play(restartCue, restartCueVolume);
+    sound_.play(restartCue.name, restartCue.volume);
 }
 
 void GameStore::undo()
@@ -448,7 +448,7 @@ void GameStore::openPendingSharedGame()
     pendingSharedGame_.reset();
     setConfirmation(std::nullopt);
     persist();
-    sound_.play(restartCue, restartCueVolume);
+    sound_.play(restartCue.name, restartCue.volume);
 }
 
 void GameStore::rejectSharedGame(const std::optional<std::string>& description)
@@ -483,7 +483,7 @@ void GameStore::refuse(const std::string& text)
 void GameStore::refuseKeepingSelection(const std::string& text)
 {
     publishMessage(GameMessageKind::moveFeedback, text);
-    sound_.play(refusalCue, refusalCueVolume);
+    sound_.play(refusalCue.name, refusalCue.volume);
 }
 
 void GameStore::persist()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string_view>
 
 namespace zelvaine {
@@ -22,9 +23,23 @@ public:
     void setEnabled(bool) override {}
 };
 
-inline constexpr std::string_view restartCue = "card-fan-1";
-inline constexpr double restartCueVolume = 0.45;
-inline constexpr std::string_view refusalCue = "card-shove-1";
-inline constexpr double refusalCueVolume = 0.32;
+// Every cue the game plays: the name of its file under "SoundEffects" and how loud it plays.
+struct SoundCue {
+    std::string_view name;
+    double volume;
+};
+
+// A deal is the shuffle, then the fan.
+inline constexpr SoundCue shuffleCue{"card-shuffle", 0.5};
+inline constexpr SoundCue fanCue{"card-fan-1", 0.45};
+inline constexpr SoundCue restartCue = fanCue;
+inline constexpr SoundCue refusalCue{"card-shove-1", 0.32};
+// Each card put down plays one of these, chosen at random.
+inline constexpr std::array<SoundCue, 4> placementCues{{
+    {"card-place-1", 0.42},
+    {"card-place-2", 0.42},
+    {"card-place-3", 0.42},
+    {"card-place-4", 0.42},
+}};
 
 } // namespace zelvaine

@@ -40,9 +40,9 @@ public:
 
     Change change(GameStore& store, const DropFrameCache& cache, const MoveSource& source, Point location,
                   Point startLocation, double cardWidth);
-    End end(GameStore& store, const DropFrameCache& cache, const MoveSource& source, Point location);
     // A committed drop ends the drag at once (the view lets its preview settle); a refused one
     // keeps it while the preview springs back.
+    End end(GameStore& store, const DropFrameCache& cache, const MoveSource& source, Point location);
     // The delayed clean-up after a refused drop: it leaves a newer drag alone.
     bool cleanUp(const Uuid& id);
     void clear() { drag_.reset(); }

@@ -10,7 +10,8 @@ namespace zelvaine {
 // two single taps; the store's clock tells them apart.
 namespace taps {
 
-// A card of a column; `movable` says whether it starts a string that can move.
+// A card of a column. One that starts no string that can move is never selected: with another
+// card selected, the tap only names its column as the destination.
 void onTableauCard(GameStore& store, std::int64_t column, std::int64_t cardIndex);
 // A hand card, or a foundation's top card.
 void onHandCard(GameStore& store, std::int64_t slot);

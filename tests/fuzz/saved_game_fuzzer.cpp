@@ -1,5 +1,6 @@
 // Feeds arbitrary bytes to the reader of the saved game that runs at every start, and plays on
-// from whatever it restores: one move chosen by the input, saved and restored again.
+// from whatever it restores: one move chosen by the input, saved and restored again. Whatever
+// reads at all, written again, must read back the same and write the same bytes.
 
 #include "store/game_store.hpp"
 #include "store/in_memory_defaults_store.hpp"
@@ -10,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <random>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -39,13 +41,19 @@ void playOneMoveAndRestoreAgain(std::string_view bytes)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    if (const auto decoded = zelvaine::decodeSavedGame(bytes)) {
+        const std::string encoded = zelvaine::encodeSavedGame(*decoded);
+        const auto again = zelvaine::decodeSavedGame(encoded);
+        if (!again || *again != *decoded || zelvaine::encodeSavedGame(*again) != encoded) __builtin_trap();
+    }
     const zelvaine::RestoredGame restored = zelvaine::restoreSavedGame(bytes);
     if (restored.game) {
         // Whatever is restored must be safe to play on and to save again.
         if (!zelvaine::isWellFormed(restored.game->currentState) || zelvaine::isWon(restored.game->currentState)) {
             __builtin_trap();
         }
-        (void)zelvaine::encodeSavedGame(*restored.game);
+        const zelvaine::RestoredGame again = zelvaine::restoreSavedGame(zelvaine::encodeSavedGame(*restored.game));
+        if (again.from != zelvaine::RestoredFrom::savedGame || again.game != restored.game) __builtin_trap();
         playOneMoveAndRestoreAgain(bytes);
     }
     return 0;

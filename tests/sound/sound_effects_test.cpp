@@ -213,7 +213,7 @@ TEST_F(SoundEffectsTest, OnlyAStoredFalseStartsWithSoundsOff)
         {std::nullopt, true}, {true, true}, {false, false}, {std::int64_t{0}, true}, {std::string("false"), true}};
     for (std::size_t i = 0; i < cases.size(); ++i) {
         InMemoryDefaultsStore defaults;
-        if (cases[i].first) defaults.set(SoundEffects::soundsEnabledKey, *cases[i].first);
+        if (cases[i].first) defaults.set(preferenceKeys::soundsEnabled, *cases[i].first);
         auto players = std::make_shared<FakePlayers>();
         auto effects = SoundEffects::create(defaults, players, folder_.path());
         effects->play("card-shove-1", 0.32f);

@@ -1,7 +1,8 @@
 // The entry point of the interface tests: one application object, offscreen unless a display
 // is asked for, so that the tests run where there is no screen. A warning from QML or its
 // JavaScript (a TypeError, a failed binding, a missing property) fails the test it happens in:
-// such an error is a dead command for the player, even when every assertion still holds.
+// such an error is a dead command for the player, even when every assertion still holds. So
+// does a complaint of QAbstractItemModelTester about a model a test watches.
 
 #include <QGuiApplication>
 #include <QString>
@@ -17,21 +18,22 @@ namespace {
 QtMessageHandler previousHandler = nullptr;
 std::vector<std::string> strayWarnings;
 
-bool comesFromQml(QtMsgType type, const QMessageLogContext& context, const QString& message)
+bool failsTheTest(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     if (type != QtWarningMsg && type != QtCriticalMsg && type != QtFatalMsg) return false;
     const QString category = QString::fromLatin1(context.category ? context.category : "");
     if (category == u"qml" || category == u"js" || category.startsWith(u"qt.qml")) return true;
+    if (category == u"qt.modeltest") return true;
     const QString file = QString::fromLatin1(context.file ? context.file : "");
     return file.endsWith(u".qml") || message.contains(u".qml:") || message.startsWith(u"qrc:/");
 }
 
 void failOnQmlWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    if (comesFromQml(type, context, message)) {
+    if (failsTheTest(type, context, message)) {
         const std::string text = message.toStdString();
         if (::testing::UnitTest::GetInstance()->current_test_info()) {
-            ADD_FAILURE() << "QML warning: " << text;
+            ADD_FAILURE() << "QML or model warning: " << text;
         } else {
             strayWarnings.push_back(text);
         }
@@ -49,7 +51,7 @@ int main(int argc, char** argv)
     ::testing::InitGoogleTest(&argc, argv);
     int result = RUN_ALL_TESTS();
     for (const std::string& warning : strayWarnings) {
-        std::fprintf(stderr, "QML warning outside any test: %s\n", warning.c_str());
+        std::fprintf(stderr, "QML or model warning outside any test: %s\n", warning.c_str());
         result = 1;
     }
     return result;
