@@ -7,13 +7,17 @@ namespace zelvaine::solver {
 WinnabilityService::WinnabilityService(Delivery deliver, SolverOptions options)
     : WinnabilityService(
           std::move(deliver),
-          [options](const GameState& position, std::stop_token stop) { return solve(position, options, std::move(stop)); },
-          releaseFreeMemory)
+          [](const GameState& position, const SolverOptions& budget, std::stop_token stop) {
+              return solve(position, budget, std::move(stop));
+          },
+          releaseFreeMemory, options)
 {
 }
 
-WinnabilityService::WinnabilityService(Delivery deliver, SolveFunction solveFunction, std::function<void()> releaseMemory)
-    : deliver_(std::move(deliver)), solve_(std::move(solveFunction)), releaseMemory_(std::move(releaseMemory)),
+WinnabilityService::WinnabilityService(Delivery deliver, SolveFunction solveFunction, std::function<void()> releaseMemory,
+                                       SolverOptions options)
+    : deliver_(std::move(deliver)), solve_(std::move(solveFunction)), options_(options),
+      releaseMemory_(std::move(releaseMemory)),
       worker_([this](std::stop_token quit) { run(std::move(quit)); })
 {
     keepLargeBlocksMapped();
@@ -28,11 +32,23 @@ WinnabilityService::~WinnabilityService()
 
 std::uint64_t WinnabilityService::request(GameState position)
 {
+    std::vector<GameState> positions;
+    positions.push_back(std::move(position));
+    return enqueue(std::move(positions), false);
+}
+
+std::uint64_t WinnabilityService::requestLastWinnable(std::vector<GameState> line)
+{
+    return enqueue(std::move(line), true);
+}
+
+std::uint64_t WinnabilityService::enqueue(std::vector<GameState> positions, bool searchesLine)
+{
     std::uint64_t generation = 0;
     {
         const std::scoped_lock lock(mutex_);
         generation = ++generation_;
-        pending_ = Job{generation, std::move(position)};
+        pending_ = Job{generation, std::move(positions), searchesLine};
         if (running_) running_->request_stop();
     }
     wake_.notify_one();
@@ -66,9 +82,14 @@ void WinnabilityService::run(std::stop_token quit)
             running_.emplace();
             stop = running_->get_token();
         }
-        SolveResult result = solve_(job.position, stop);
-        // The position and the search's tables go before the memory is handed back.
-        job.position = {};
+        Answer answer{job.generation, {}, {}};
+        if (job.searchesLine) {
+            answer.search = findLastWinnable(job.positions, options_, solve_, stop);
+        } else {
+            answer.result = solve_(job.positions.front(), options_, stop);
+        }
+        // The positions and the search's tables go before the memory is handed back.
+        job.positions = {};
         releaseMemory_();
         bool current = false;
         {
@@ -76,7 +97,7 @@ void WinnabilityService::run(std::stop_token quit)
             running_.reset();
             current = job.generation == generation_;
         }
-        if (current) deliver_(Answer{job.generation, std::move(result)});
+        if (current) deliver_(std::move(answer));
     }
 }
 

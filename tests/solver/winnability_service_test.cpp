@@ -54,7 +54,7 @@ struct ScriptedSolve {
 
     WinnabilityService::SolveFunction function()
     {
-        return [this](const GameState& position, std::stop_token stop) {
+        return [this](const GameState& position, const solver::SolverOptions&, std::stop_token stop) {
             ++started;
             if (position.moveCount == 1) {
                 std::mutex mutex;
