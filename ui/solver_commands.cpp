@@ -77,11 +77,22 @@ void SolverCommands::followPreferences()
 {
     if (preferences_->winnableDealsOnly() != (dealer_ != nullptr)) {
         if (preferences_->winnableDealsOnly()) {
-            dealer_ = std::make_unique<solver::WinnableDealer>([] { return dealNewGame(); });
-            store_.setDealer([this] { return dealer_->take(); });
+            // Told on the dealer's thread; the store hears of it on this one, and not at all once
+            // this object is gone.
+            dealer_ = std::make_unique<solver::WinnableDealer>(
+                [] { return dealNewGame(); },
+                [this] { QMetaObject::invokeMethod(this, [this] { store_.dealerHasDeal(); }, Qt::QueuedConnection); },
+                solve_);
+            store_.setDealer([this]() -> std::optional<GameState> {
+                std::optional<GameState> deal = dealer_->take();
+                if (!deal) store_.showNotice(localized(QT_TRANSLATE_NOOP("Zelvaine", "Finding a deal that can be won…")));
+                return deal;
+            });
         } else {
             store_.setDealer({});
             dealer_.reset();
+            // A new game waiting for a proven deal takes the plain shuffle instead.
+            store_.dealerHasDeal();
         }
     }
     if (preferences_->showsWinnability() != (liveVerdict_ != -1)) {
