@@ -2,6 +2,8 @@
 
 #include "solver/memory_release.hpp"
 
+#include <pthread.h>
+
 namespace zelvaine::solver {
 
 WinnabilityService::WinnabilityService(Delivery deliver, SolverOptions options)
@@ -20,6 +22,8 @@ WinnabilityService::WinnabilityService(Delivery deliver, SolveFunction solveFunc
       releaseMemory_(std::move(releaseMemory)),
       worker_([this](std::stop_token quit) { run(std::move(quit)); })
 {
+    // Named for a look at the process from outside: a profiler, or a test of the running game.
+    pthread_setname_np(worker_.native_handle(), "solver");
     keepLargeBlocksMapped();
 }
 

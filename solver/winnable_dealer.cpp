@@ -2,6 +2,8 @@
 
 #include "solver/memory_release.hpp"
 
+#include <pthread.h>
+
 namespace zelvaine::solver {
 
 WinnableDealer::WinnableDealer(Shuffle shuffle, Ready ready, PositionSolve solve, SolverOptions options, std::size_t kept)
@@ -9,6 +11,7 @@ WinnableDealer::WinnableDealer(Shuffle shuffle, Ready ready, PositionSolve solve
       options_(options), kept_(kept),
       worker_([this](std::stop_token stop) { run(std::move(stop)); })
 {
+    pthread_setname_np(worker_.native_handle(), "winnable-dealer");
 }
 
 WinnableDealer::~WinnableDealer()

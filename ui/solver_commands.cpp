@@ -73,8 +73,18 @@ SolverCommands::~SolverCommands()
     service_.reset();
 }
 
+void SolverCommands::stopForQuit()
+{
+    quitting_ = true;
+    cancel();
+    live_->cancel();
+    store_.setDealer({});
+    dealer_.reset();
+}
+
 void SolverCommands::followPreferences()
 {
+    if (quitting_) return;
     if (preferences_->winnableDealsOnly() != (dealer_ != nullptr)) {
         if (preferences_->winnableDealsOnly()) {
             // Told on the dealer's thread; the store hears of it on this one, and not at all once
@@ -108,7 +118,7 @@ void SolverCommands::followPreferences()
 
 void SolverCommands::solveTableLive()
 {
-    if (liveVerdict_ == -1) return;
+    if (liveVerdict_ == -1 || quitting_) return;
     setLiveVerdict(0);
     liveGeneration_ = live_->request(store_.state());
 }
@@ -137,6 +147,7 @@ void SolverCommands::cancel()
 void SolverCommands::start(Command command)
 {
     cancel();
+    if (quitting_) return;
     setRunning(command);
     if (command == Command::undoToWinnable) {
         std::vector<GameState> line = store_.history();

@@ -47,6 +47,9 @@ public:
     Q_INVOKABLE void undoToLastWinnablePosition() { start(Command::undoToWinnable); }
     Q_INVOKABLE void showWinningMove() { start(Command::winningMove); }
     Q_INVOKABLE void cancel();
+    // The game is quitting: every solve stops now rather than when this object goes, after the
+    // window, and none starts again.
+    void stopForQuit();
 
 signals:
     void runningChanged();
@@ -71,6 +74,7 @@ private:
     std::uint64_t liveGeneration_ = 0;
     Command running_ = Command::none;
     std::uint64_t generation_ = 0;
+    bool quitting_ = false;
     // Set while the command itself changes the position, which must not abandon it.
     bool changingPosition_ = false;
     // Last, so that its worker stops before anything above goes away.

@@ -160,6 +160,28 @@ TEST_F(SolverCommandsTest, AMoveOrUndoAbandonsTheCommandAndItsAnswer)
     EXPECT_FALSE(store->challenge().usedHint);
 }
 
+// Once the game quits, nothing is solved any more, whatever happens to the table meanwhile (the
+// automatic finish is played out then), and no answer turns up.
+TEST_F(SolverCommandsTest, OnceTheGameQuitsNothingIsSolved)
+{
+    open(testing::knownDeal());
+    preferences.setShowsWinnability(true);
+    preferences.setWinnableDealsOnly(true);
+    commands->checkWinnability();
+    commands->stopForQuit();
+    EXPECT_EQ(commands->running(), -1);
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
+    commands->showWinningMove();
+    EXPECT_EQ(commands->running(), -1);
+    // The plain shuffle deals without waiting for a proof.
+    const GameState table = store->state();
+    store->newGame();
+    EXPECT_NE(store->state(), table);
+    QTest::qWait(200);
+    EXPECT_FALSE(store->message());
+    EXPECT_EQ(commands->liveVerdict(), 0);
+}
+
 // Moves and undos faster than the solver answers: the indicator ends on the table's own verdict,
 // never on an answer about a position already left.
 TEST_F(SolverCommandsTest, TheLiveVerdictEndsOnThePositionOnTheTable)
