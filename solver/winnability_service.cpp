@@ -36,23 +36,22 @@ WinnabilityService::~WinnabilityService()
 
 std::uint64_t WinnabilityService::request(GameState position)
 {
-    std::vector<GameState> positions;
-    positions.push_back(std::move(position));
-    return enqueue(std::move(positions), false);
+    return enqueue(Job{0, std::move(position), std::nullopt});
 }
 
 std::uint64_t WinnabilityService::requestLastWinnable(std::vector<GameState> line)
 {
-    return enqueue(std::move(line), true);
+    return enqueue(Job{0, {}, std::move(line)});
 }
 
-std::uint64_t WinnabilityService::enqueue(std::vector<GameState> positions, bool searchesLine)
+std::uint64_t WinnabilityService::enqueue(Job job)
 {
     std::uint64_t generation = 0;
     {
         const std::scoped_lock lock(mutex_);
         generation = ++generation_;
-        pending_ = Job{generation, std::move(positions), searchesLine};
+        job.generation = generation;
+        pending_ = std::move(job);
         if (running_) running_->request_stop();
     }
     wake_.notify_one();
@@ -87,13 +86,14 @@ void WinnabilityService::run(std::stop_token quit)
             stop = running_->get_token();
         }
         Answer answer{job.generation, {}, {}};
-        if (job.searchesLine) {
-            answer.search = findLastWinnable(job.positions, options_, solve_, stop);
+        if (job.line) {
+            answer.search = findLastWinnable(*job.line, options_, solve_, stop);
         } else {
-            answer.result = solve_(job.positions.front(), options_, stop);
+            answer.result = solve_(job.position, options_, stop);
         }
         // The positions and the search's tables go before the memory is handed back.
-        job.positions = {};
+        job.position = {};
+        job.line.reset();
         releaseMemory_();
         bool current = false;
         {

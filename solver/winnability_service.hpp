@@ -51,12 +51,12 @@ public:
 private:
     struct Job {
         std::uint64_t generation = 0;
-        // One position, or a line to search.
-        std::vector<GameState> positions;
-        bool searchesLine = false;
+        // One position to solve, or else a line to search.
+        GameState position;
+        std::optional<std::vector<GameState>> line;
     };
 
-    std::uint64_t enqueue(std::vector<GameState> positions, bool searchesLine);
+    std::uint64_t enqueue(Job job);
 
     void run(std::stop_token quit);
 
