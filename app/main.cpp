@@ -76,6 +76,9 @@ int main(int argc, char** argv)
     zelvaine::GameBoard board(store, &preferences);
     zelvaine::PreferencesModel preferencesModel(preferences);
     zelvaine::SolverCommands solverCommands(store, &preferences);
+    // Solves would go on through the window's teardown, slowing the exit on a busy machine.
+    QObject::connect(&application, &QCoreApplication::aboutToQuit, &solverCommands,
+                     &zelvaine::SolverCommands::stopForQuit);
     // Checks for a newer release when the player asks, and on its own as configured.
     // A packager (or a test) may point the checker elsewhere with --update-configuration=FILE.
     const QString updateConfiguration = commandLine.updateConfiguration

@@ -2,20 +2,28 @@
 
 #include "solver/memory_release.hpp"
 
+#include <pthread.h>
+
 namespace zelvaine::solver {
 
 WinnabilityService::WinnabilityService(Delivery deliver, SolverOptions options)
     : WinnabilityService(
           std::move(deliver),
-          [options](const GameState& position, std::stop_token stop) { return solve(position, options, std::move(stop)); },
-          releaseFreeMemory)
+          [](const GameState& position, const SolverOptions& budget, std::stop_token stop) {
+              return solve(position, budget, std::move(stop));
+          },
+          releaseFreeMemory, options)
 {
 }
 
-WinnabilityService::WinnabilityService(Delivery deliver, SolveFunction solveFunction, std::function<void()> releaseMemory)
-    : deliver_(std::move(deliver)), solve_(std::move(solveFunction)), releaseMemory_(std::move(releaseMemory)),
+WinnabilityService::WinnabilityService(Delivery deliver, SolveFunction solveFunction, std::function<void()> releaseMemory,
+                                       SolverOptions options)
+    : deliver_(std::move(deliver)), solve_(std::move(solveFunction)), options_(options),
+      releaseMemory_(std::move(releaseMemory)),
       worker_([this](std::stop_token quit) { run(std::move(quit)); })
 {
+    // Named for a look at the process from outside: a profiler, or a test of the running game.
+    pthread_setname_np(worker_.native_handle(), "solver");
     keepLargeBlocksMapped();
 }
 
@@ -28,11 +36,22 @@ WinnabilityService::~WinnabilityService()
 
 std::uint64_t WinnabilityService::request(GameState position)
 {
+    return enqueue(Job{0, std::move(position), std::nullopt});
+}
+
+std::uint64_t WinnabilityService::requestLastWinnable(std::vector<GameState> line)
+{
+    return enqueue(Job{0, {}, std::move(line)});
+}
+
+std::uint64_t WinnabilityService::enqueue(Job job)
+{
     std::uint64_t generation = 0;
     {
         const std::scoped_lock lock(mutex_);
         generation = ++generation_;
-        pending_ = Job{generation, std::move(position)};
+        job.generation = generation;
+        pending_ = std::move(job);
         if (running_) running_->request_stop();
     }
     wake_.notify_one();
@@ -66,9 +85,15 @@ void WinnabilityService::run(std::stop_token quit)
             running_.emplace();
             stop = running_->get_token();
         }
-        SolveResult result = solve_(job.position, stop);
-        // The position and the search's tables go before the memory is handed back.
+        Answer answer{job.generation, {}, {}};
+        if (job.line) {
+            answer.search = findLastWinnable(*job.line, options_, solve_, stop);
+        } else {
+            answer.result = solve_(job.position, options_, stop);
+        }
+        // The positions and the search's tables go before the memory is handed back.
         job.position = {};
+        job.line.reset();
         releaseMemory_();
         bool current = false;
         {
@@ -76,7 +101,7 @@ void WinnabilityService::run(std::stop_token quit)
             running_.reset();
             current = job.generation == generation_;
         }
-        if (current) deliver_(Answer{job.generation, std::move(result)});
+        if (current) deliver_(std::move(answer));
     }
 }
 

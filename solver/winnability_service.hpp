@@ -1,5 +1,6 @@
 #pragma once
 
+#include "solver/last_winnable_search.hpp"
 #include "solver/solver.hpp"
 
 #include <condition_variable>
@@ -9,6 +10,7 @@
 #include <optional>
 #include <stop_token>
 #include <thread>
+#include <vector>
 
 namespace zelvaine::solver {
 
@@ -21,14 +23,17 @@ class WinnabilityService {
 public:
     struct Answer {
         std::uint64_t generation = 0;
+        // A position's solve; for a line, nothing but the search's answer.
         SolveResult result;
+        std::optional<LastWinnableAnswer> search;
     };
     using Delivery = std::function<void(Answer)>;
-    // The search itself; tests put a scripted one in its place.
-    using SolveFunction = std::function<SolveResult(const GameState&, std::stop_token)>;
+    // The search itself, given the budget; tests put a scripted one in its place.
+    using SolveFunction = PositionSolve;
 
     explicit WinnabilityService(Delivery deliver, SolverOptions options = {});
-    WinnabilityService(Delivery deliver, SolveFunction solveFunction, std::function<void()> releaseMemory);
+    WinnabilityService(Delivery deliver, SolveFunction solveFunction, std::function<void()> releaseMemory,
+                       SolverOptions options = {});
     WinnabilityService(const WinnabilityService&) = delete;
     WinnabilityService& operator=(const WinnabilityService&) = delete;
     // Stops the running solve and joins the worker; no answer is delivered after it returns.
@@ -36,6 +41,9 @@ public:
 
     // Replaces whatever was asked before; returns the new generation.
     std::uint64_t request(GameState position);
+    // The same for the search for the last winnable position of a line of play, from its start
+    // to the table (see findLastWinnable), run as one request.
+    std::uint64_t requestLastWinnable(std::vector<GameState> line);
     // Drops the pending request and stops the running one.
     void cancel();
     bool isCurrent(std::uint64_t generation) const;
@@ -43,13 +51,18 @@ public:
 private:
     struct Job {
         std::uint64_t generation = 0;
+        // One position to solve, or else a line to search.
         GameState position;
+        std::optional<std::vector<GameState>> line;
     };
+
+    std::uint64_t enqueue(Job job);
 
     void run(std::stop_token quit);
 
     Delivery deliver_;
     SolveFunction solve_;
+    SolverOptions options_;
     std::function<void()> releaseMemory_;
 
     mutable std::mutex mutex_;

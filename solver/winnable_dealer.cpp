@@ -2,28 +2,34 @@
 
 #include "solver/memory_release.hpp"
 
+#include <pthread.h>
+
 namespace zelvaine::solver {
 
-WinnableDealer::WinnableDealer(Shuffle shuffle, SolverOptions options)
-    : shuffle_(std::move(shuffle)), options_(options), worker_([this](std::stop_token stop) { run(std::move(stop)); })
+WinnableDealer::WinnableDealer(Shuffle shuffle, Ready ready, PositionSolve solve, SolverOptions options, std::size_t kept)
+    : shuffle_(std::move(shuffle)), ready_(std::move(ready)), solve_(solve ? std::move(solve) : PositionSolve(solver::solve)),
+      options_(options), kept_(kept),
+      worker_([this](std::stop_token stop) { run(std::move(stop)); })
 {
+    pthread_setname_np(worker_.native_handle(), "winnable-dealer");
 }
 
 WinnableDealer::~WinnableDealer()
 {
     worker_.request_stop();
-    changed_.notify_all();
     worker_.join();
 }
 
-GameState WinnableDealer::take()
+std::optional<GameState> WinnableDealer::take()
 {
-    std::unique_lock lock(mutex_);
-    changed_.wait(lock, [this] { return ready_.has_value(); });
-    GameState deal = std::move(*ready_);
-    ready_.reset();
-    lock.unlock();
-    changed_.notify_all();
+    std::optional<GameState> deal;
+    {
+        const std::scoped_lock lock(mutex_);
+        if (deals_.empty()) return std::nullopt;
+        deal = std::move(deals_.front());
+        deals_.pop_front();
+    }
+    taken_.notify_all();
     return deal;
 }
 
@@ -32,17 +38,17 @@ void WinnableDealer::run(std::stop_token stop)
     while (!stop.stop_requested()) {
         {
             std::unique_lock lock(mutex_);
-            if (!changed_.wait(lock, stop, [this] { return !ready_.has_value(); })) return;
+            if (!taken_.wait(lock, stop, [this] { return deals_.size() < kept_; })) return;
         }
         GameState candidate = shuffle_();
-        const Verdict verdict = solve(candidate, options_, stop).verdict;
+        const Verdict verdict = solve_(candidate, options_, stop).verdict;
         releaseFreeMemory();
         if (verdict != Verdict::winnable) continue;
         {
             const std::scoped_lock lock(mutex_);
-            ready_ = std::move(candidate);
+            deals_.push_back(std::move(candidate));
         }
-        changed_.notify_all();
+        if (ready_) ready_();
     }
 }
 

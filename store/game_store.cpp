@@ -153,6 +153,8 @@ void GameStore::clearMessage()
 
 void GameStore::setState(GameState state)
 {
+    // The player went on with another position: the new game they had asked for is not wanted.
+    awaitingDeal_ = false;
     stateJson_.reset();
     assign(state_, std::move(state), GameStoreProperty::state);
 }
@@ -216,11 +218,21 @@ void GameStore::replaceDeal(GameState current, GameState initial, GameChallengeR
 
 void GameStore::newGame()
 {
-    GameState deal = dealer_ ? dealer_() : dealNewGame();
-    replaceDeal(deal, deal, {});
+    std::optional<GameState> deal = dealer_ ? dealer_() : dealNewGame();
+    if (!deal) {
+        awaitingDeal_ = true;
+        setConfirmation(std::nullopt);
+        return;
+    }
+    replaceDeal(*deal, *deal, {});
     setConfirmation(std::nullopt);
     persist();
     sound_.playDeal();
+}
+
+void GameStore::dealerHasDeal()
+{
+    if (awaitingDeal_) newGame();
 }
 
 void GameStore::restartGame()

@@ -73,9 +73,14 @@ public:
     // The toast expired or was filtered out.
     void clearMessage();
 
+    // Deals the dealer's next game, or waits for one when it has none ready: the dealer says so
+    // through dealerHasDeal(), and any change of position before then drops the request.
     void newGame();
     // Where newGame's deals come from; none for the plain shuffle.
-    void setDealer(std::function<GameState()> dealer) { dealer_ = std::move(dealer); }
+    void setDealer(std::function<std::optional<GameState>()> dealer) { dealer_ = std::move(dealer); }
+    // The dealer has a deal ready, or was replaced: a new game waiting for one is dealt now.
+    void dealerHasDeal();
+    bool isAwaitingDeal() const { return awaitingDeal_; }
     void restartGame();
     void undo();
     void redo();
@@ -174,7 +179,8 @@ private:
     // A saved game found damaged at start: where it was kept, or that it could not be.
     std::optional<std::string> damagedGameKeptAs_;
     bool damagedGameLost_ = false;
-    std::function<GameState()> dealer_;
+    std::function<std::optional<GameState>()> dealer_;
+    bool awaitingDeal_ = false;
 };
 
 } // namespace zelvaine

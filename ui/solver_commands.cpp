@@ -23,7 +23,7 @@ std::string verdictText(solver::Verdict verdict)
 
 SolverCommands::SolverCommands(GameStore& store, GamePreferences* preferences,
                                solver::WinnabilityService::SolveFunction solve, QObject* parent)
-    : QObject(parent), store_(store), preferences_(preferences)
+    : QObject(parent), store_(store), preferences_(preferences), solve_(std::move(solve))
 {
     token_ = store_.observe([this](GameStoreProperty property) {
         if (property != GameStoreProperty::state) return;
@@ -32,8 +32,8 @@ SolverCommands::SolverCommands(GameStore& store, GamePreferences* preferences,
     });
     // Answers arrive on the worker; the queued call runs on this object's thread, and not at
     // all once this object is gone.
-    auto makeService = [&solve](solver::WinnabilityService::Delivery deliver) {
-        return solve ? std::make_unique<solver::WinnabilityService>(std::move(deliver), solve, solver::releaseFreeMemory)
+    auto makeService = [this](solver::WinnabilityService::Delivery deliver) {
+        return solve_ ? std::make_unique<solver::WinnabilityService>(std::move(deliver), solve_, solver::releaseFreeMemory)
                      : std::make_unique<solver::WinnabilityService>(std::move(deliver));
     };
     live_ = makeService([this](solver::WinnabilityService::Answer answer) {
@@ -57,7 +57,7 @@ SolverCommands::SolverCommands(GameStore& store, GamePreferences* preferences,
     }
     auto deliver = [this](solver::WinnabilityService::Answer answer) {
         QMetaObject::invokeMethod(
-            this, [this, answer = std::move(answer)] { onAnswer(answer.generation, answer.result); },
+            this, [this, answer = std::move(answer)] { onAnswer(answer.generation, answer); },
             Qt::QueuedConnection);
     };
     service_ = makeService(std::move(deliver));
@@ -73,15 +73,36 @@ SolverCommands::~SolverCommands()
     service_.reset();
 }
 
+void SolverCommands::stopForQuit()
+{
+    quitting_ = true;
+    cancel();
+    live_->cancel();
+    store_.setDealer({});
+    dealer_.reset();
+}
+
 void SolverCommands::followPreferences()
 {
+    if (quitting_) return;
     if (preferences_->winnableDealsOnly() != (dealer_ != nullptr)) {
         if (preferences_->winnableDealsOnly()) {
-            dealer_ = std::make_unique<solver::WinnableDealer>([] { return dealNewGame(); });
-            store_.setDealer([this] { return dealer_->take(); });
+            // Told on the dealer's thread; the store hears of it on this one, and not at all once
+            // this object is gone.
+            dealer_ = std::make_unique<solver::WinnableDealer>(
+                [] { return dealNewGame(); },
+                [this] { QMetaObject::invokeMethod(this, [this] { store_.dealerHasDeal(); }, Qt::QueuedConnection); },
+                solve_);
+            store_.setDealer([this]() -> std::optional<GameState> {
+                std::optional<GameState> deal = dealer_->take();
+                if (!deal) store_.showNotice(localized(QT_TRANSLATE_NOOP("Zelvaine", "Finding a deal that can be won…")));
+                return deal;
+            });
         } else {
             store_.setDealer({});
             dealer_.reset();
+            // A new game waiting for a proven deal takes the plain shuffle instead.
+            store_.dealerHasDeal();
         }
     }
     if (preferences_->showsWinnability() != (liveVerdict_ != -1)) {
@@ -97,7 +118,7 @@ void SolverCommands::followPreferences()
 
 void SolverCommands::solveTableLive()
 {
-    if (liveVerdict_ == -1) return;
+    if (liveVerdict_ == -1 || quitting_) return;
     setLiveVerdict(0);
     liveGeneration_ = live_->request(store_.state());
 }
@@ -120,22 +141,27 @@ void SolverCommands::cancel()
 {
     if (running_ == Command::none) return;
     service_->cancel();
-    line_.clear();
-    search_.reset();
     setRunning(Command::none);
 }
 
 void SolverCommands::start(Command command)
 {
     cancel();
+    if (quitting_) return;
     setRunning(command);
-    checkedTable_ = false;
-    generation_ = service_->request(store_.state());
+    if (command == Command::undoToWinnable) {
+        std::vector<GameState> line = store_.history();
+        line.push_back(store_.state());
+        generation_ = service_->requestLastWinnable(std::move(line));
+    } else {
+        generation_ = service_->request(store_.state());
+    }
 }
 
-void SolverCommands::onAnswer(std::uint64_t generation, const solver::SolveResult& result)
+void SolverCommands::onAnswer(std::uint64_t generation, const solver::WinnabilityService::Answer& answer)
 {
     if (running_ == Command::none || generation != generation_ || !service_->isCurrent(generation)) return;
+    const solver::SolveResult& result = answer.result;
     switch (running_) {
     case Command::canBeWon:
         finish(verdictText(result.verdict));
@@ -149,55 +175,38 @@ void SolverCommands::onAnswer(std::uint64_t generation, const solver::SolveResul
         }
         return;
     case Command::undoToWinnable:
-        if (!checkedTable_) {
-            checkedTable_ = true;
-            // Nothing to look for while the table itself can be won, or cannot be decided.
-            if (result.verdict != solver::Verdict::unwinnable) {
-                finish(verdictText(result.verdict));
-                return;
-            }
-            line_ = store_.history();
-            line_.push_back(store_.state());
-            search_.emplace(line_.size());
-        } else {
-            search_->report(result.verdict);
-        }
-        probeNext();
+        if (answer.search) undoToLastWinnable(*answer.search);
         return;
     case Command::none:
         return;
     }
 }
 
-void SolverCommands::probeNext()
+void SolverCommands::undoToLastWinnable(const solver::LastWinnableAnswer& search)
 {
-    if (auto probe = search_->nextProbe()) {
-        generation_ = service_->request(line_[*probe]);
+    // Nothing to look for while the table itself can be won, or cannot be decided.
+    if (search.table != solver::Verdict::unwinnable) {
+        finish(verdictText(search.table));
         return;
     }
-    const auto last = search_->lastWinnable();
-    if (!last) {
+    if (!search.lastWinnable) {
         finish(localized(QT_TRANSLATE_NOOP("Zelvaine", "This deal could not be won from its start.")));
         return;
     }
-    // The move that lost the deal is the one made from the last winnable position.
-    const std::int64_t lostAt = line_[*last + 1].moveCount;
-    undoTo(*last);
-    finish(formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "The deal was lost at move %1.")), {std::to_string(lostAt)}));
-}
-
-void SolverCommands::undoTo(std::size_t position)
-{
+    // The line searched was the history and the table, unchanged since: a change would have
+    // abandoned the command. The deal was lost by the move made from the last winnable position.
+    const std::size_t last = *search.lastWinnable;
+    const std::size_t steps = store_.history().size() - last;
+    const std::int64_t lostAt = steps > 1 ? store_.history()[last + 1].moveCount : store_.state().moveCount;
     // Ordinary undo steps, so that Redo walks forward again.
     changingPosition_ = true;
-    for (std::size_t steps = line_.size() - 1 - position; steps > 0; --steps) store_.undo();
+    for (std::size_t step = 0; step < steps; ++step) store_.undo();
     changingPosition_ = false;
+    finish(formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "The deal was lost at move %1.")), {std::to_string(lostAt)}));
 }
 
 void SolverCommands::finish(std::string notice)
 {
-    line_.clear();
-    search_.reset();
     setRunning(Command::none);
     store_.showNotice(std::move(notice));
 }

@@ -47,6 +47,9 @@ public:
     Q_INVOKABLE void undoToLastWinnablePosition() { start(Command::undoToWinnable); }
     Q_INVOKABLE void showWinningMove() { start(Command::winningMove); }
     Q_INVOKABLE void cancel();
+    // The game is quitting: every solve stops now rather than when this object goes, after the
+    // window, and none starts again.
+    void stopForQuit();
 
 signals:
     void runningChanged();
@@ -55,9 +58,8 @@ signals:
 private:
     void start(Command command);
     void setRunning(Command command);
-    void onAnswer(std::uint64_t generation, const solver::SolveResult& result);
-    void probeNext();
-    void undoTo(std::size_t position);
+    void onAnswer(std::uint64_t generation, const solver::WinnabilityService::Answer& answer);
+    void undoToLastWinnable(const solver::LastWinnableAnswer& search);
     void finish(std::string notice);
     void followPreferences();
     void solveTableLive();
@@ -65,18 +67,16 @@ private:
 
     GameStore& store_;
     GamePreferences* preferences_;
+    solver::WinnabilityService::SolveFunction solve_;
     Observable<GameStoreProperty>::Token token_;
     Observable<GamePreferencesProperty>::Token preferencesToken_ = 0;
     int liveVerdict_ = -1;
     std::uint64_t liveGeneration_ = 0;
     Command running_ = Command::none;
     std::uint64_t generation_ = 0;
+    bool quitting_ = false;
     // Set while the command itself changes the position, which must not abandon it.
     bool changingPosition_ = false;
-    // The undo search: the line of play from the deal's start to the table, and where it stands.
-    std::vector<GameState> line_;
-    std::optional<solver::LastWinnableSearch> search_;
-    bool checkedTable_ = false;
     // Last, so that its worker stops before anything above goes away.
     std::unique_ptr<solver::WinnabilityService> service_;
     std::unique_ptr<solver::WinnabilityService> live_;

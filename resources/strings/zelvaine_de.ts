@@ -1233,6 +1233,10 @@
         <source>The deal was lost at move %1.</source>
         <translation>Das Spiel ging mit Zug %1 verloren.</translation>
     </message>
+    <message>
+        <source>Finding a deal that can be won…</source>
+        <translation>Ein gewinnbares Spiel wird gesucht…</translation>
+    </message>
 </context>
 <context>
     <name>zelvaine::GameBoard</name>

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -54,7 +55,7 @@ struct ScriptedSolve {
 
     WinnabilityService::SolveFunction function()
     {
-        return [this](const GameState& position, std::stop_token stop) {
+        return [this](const GameState& position, const solver::SolverOptions&, std::stop_token stop) {
             ++started;
             if (position.moveCount == 1) {
                 std::mutex mutex;
@@ -116,22 +117,44 @@ TEST(WinnabilityServiceTest, ACancelStopsTheSolveAndDeliversNothing)
     EXPECT_EQ(answers[0].generation, next);
 }
 
+// Every solve waits until the test lets it finish, so that the requests all arrive while the
+// worker is busy, however fast it is: each newer one stops the solve under way, and only the
+// newest is solved to its end and answered.
 TEST(WinnabilityServiceTest, RequestsMadeWhileBusyCollapseIntoTheNewest)
 {
     Inbox inbox;
-    ScriptedSolve script;
-    WinnabilityService service([&](auto answer) { inbox.put(std::move(answer)); }, script.function(), [] {});
+    std::mutex mutex;
+    std::condition_variable_any opened;
+    bool open = false;
+    std::atomic<int> started{0};
+    std::atomic<int> finished{0};
+    std::atomic<bool> newestStarted{false};
+    const auto solve = [&](const GameState& position, const solver::SolverOptions&, std::stop_token stop) {
+        ++started;
+        if (position.moveCount == 11) newestStarted = true;
+        std::unique_lock lock(mutex);
+        if (!opened.wait(lock, stop, [&] { return open; })) return SolveResult{Verdict::unknown, {}, 0};
+        ++finished;
+        return SolveResult{Verdict::winnable, {}, static_cast<std::uint64_t>(position.moveCount)};
+    };
+    WinnabilityService service([&](auto answer) { inbox.put(std::move(answer)); }, solve, [] {});
     service.request(positionNumbered(1));
-    while (script.started == 0) std::this_thread::yield();
+    while (started == 0) std::this_thread::yield();
     std::uint64_t last = 0;
     for (int i = 2; i < 12; ++i) last = service.request(positionNumbered(i));
+    // Each solve before the newest has been stopped by then.
+    while (!newestStarted) std::this_thread::yield();
+    {
+        const std::scoped_lock lock(mutex);
+        open = true;
+    }
+    opened.notify_all();
     ASSERT_TRUE(inbox.waitFor(1));
-    // The blocked solve, perhaps one that started before the rest arrived, and the newest.
-    EXPECT_LE(script.started, 3);
     const auto answers = inbox.answers();
     ASSERT_EQ(answers.size(), 1U);
     EXPECT_EQ(answers[0].generation, last);
     EXPECT_EQ(answers[0].result.positions, 11U);
+    EXPECT_EQ(finished, 1);
 }
 
 TEST(WinnabilityServiceTest, DestroyingTheServiceStopsARunningSolve)
@@ -145,6 +168,54 @@ TEST(WinnabilityServiceTest, DestroyingTheServiceStopsARunningSolve)
     }
     EXPECT_EQ(script.stopped, 1);
     EXPECT_EQ(delivered, 0);
+}
+
+// A line of ten positions, the first four winnable: the whole search is one request with one
+// answer, its solves given budgets up to the service's own; cancelled mid-way, it answers nothing.
+TEST(WinnabilityServiceTest, ALineIsSearchedAsOneRequestThatACancelStops)
+{
+    Inbox inbox;
+    std::atomic<int> solves{0};
+    std::atomic<std::uint64_t> largestBudget{0};
+    std::atomic<std::int64_t> blockAt{-1};
+    std::atomic<bool> blocked{false};
+    const auto solve = [&](const GameState& position, const solver::SolverOptions& budget, std::stop_token stop) {
+        ++solves;
+        largestBudget = std::max<std::uint64_t>(largestBudget, budget.positionBudget);
+        if (position.moveCount == blockAt) {
+            blocked = true;
+            std::mutex mutex;
+            std::unique_lock lock(mutex);
+            std::condition_variable_any().wait(lock, stop, [] { return false; });
+            return SolveResult{Verdict::unknown, {}, 0};
+        }
+        return SolveResult{position.moveCount < 4 ? Verdict::winnable : Verdict::unwinnable, {}, 1};
+    };
+    WinnabilityService service([&](auto answer) { inbox.put(std::move(answer)); }, solve, [] {},
+                               {.positionBudget = 1600});
+    std::vector<GameState> line;
+    for (int i = 0; i < 10; ++i) line.push_back(positionNumbered(i));
+
+    const auto generation = service.requestLastWinnable(line);
+    ASSERT_TRUE(inbox.waitFor(1));
+    const auto answer = inbox.answers().front();
+    EXPECT_EQ(answer.generation, generation);
+    ASSERT_TRUE(answer.search);
+    EXPECT_EQ(answer.search->table, Verdict::unwinnable);
+    EXPECT_EQ(answer.search->lastWinnable, 3U);
+    EXPECT_EQ(answer.search->solves, solves);
+    EXPECT_LE(largestBudget, 1600U);
+
+    blockAt = 4;
+    service.requestLastWinnable(line);
+    while (!blocked) std::this_thread::yield();
+    service.cancel();
+    const auto next = service.request(positionNumbered(2));
+    ASSERT_TRUE(inbox.waitFor(2));
+    const auto answers = inbox.answers();
+    ASSERT_EQ(answers.size(), 2U);
+    EXPECT_EQ(answers[1].generation, next);
+    EXPECT_FALSE(answers[1].search);
 }
 
 TEST(WinnabilityServiceTest, TheRealSolverAnswersADeal)

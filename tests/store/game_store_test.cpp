@@ -1,4 +1,5 @@
 #include "engine/hints.hpp"
+#include "engine/move_rules.hpp"
 #include "engine/random_source.hpp"
 #include "engine/state_json.hpp"
 #include "store/game_store.hpp"
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace zelvaine {
 namespace {
@@ -397,6 +399,46 @@ TEST_F(GameStoreTest, NewGamesComeFromTheDealerWhileOneIsSet)
     store.newGame();
     EXPECT_NE(store.state(), chosen);
     EXPECT_TRUE(isWellFormed(store.state()));
+}
+
+// A dealer with no deal ready: New Game closes its question and leaves the game as it is; the
+// dealer's word that it has one deals it, unless the player went on playing meanwhile.
+TEST_F(GameStoreTest, ANewGameWaitsForADealerWithNoneReady)
+{
+    GameStore store = persisting(knownDeal());
+    std::optional<GameState> ready;
+    store.setDealer([&] { return std::exchange(ready, std::nullopt); });
+    const GameState table = store.state();
+    store.requestNewGame();
+    sound.cues.clear();
+    Recorder recorder(store);
+    store.newGame();
+    EXPECT_TRUE(store.isAwaitingDeal());
+    EXPECT_EQ(recorder.take(), std::vector{P::confirmation});
+    EXPECT_EQ(store.state(), table);
+    EXPECT_TRUE(sound.cues.empty());
+
+    SeededRandom random(3);
+    const GameState chosen = dealNewGame(random);
+    ready = chosen;
+    store.dealerHasDeal();
+    EXPECT_FALSE(store.isAwaitingDeal());
+    EXPECT_EQ(store.state(), chosen);
+    EXPECT_EQ(saved()->currentState, chosen);
+    EXPECT_EQ(sound.cues, std::vector<std::string>{"deal"});
+
+    store.newGame();
+    ASSERT_TRUE(store.isAwaitingDeal());
+    store.undo(); // nothing to undo: still the same game, still waiting
+    EXPECT_TRUE(store.isAwaitingDeal());
+    const auto moves = legalMoves(store.state());
+    ASSERT_FALSE(moves.empty());
+    ASSERT_TRUE(store.move(moves.front().source, moves.front().destination));
+    EXPECT_FALSE(store.isAwaitingDeal());
+    const GameState played = store.state();
+    ready = dealNewGame(random);
+    store.dealerHasDeal();
+    EXPECT_EQ(store.state(), played);
 }
 
 TEST_F(GameStoreTest, DeferredSavingWritesOnceAtTheEnd)

@@ -297,7 +297,7 @@ TEST_F(MainWindowTest, SolverCommandsShowTheyAreWorkingAndAnswerInANotice)
 {
     // A search that works until it is stopped, then one that answers at once.
     std::atomic<bool> endless = true;
-    open(testing::knownDeal(), nullptr, [&](const GameState&, std::stop_token stop) {
+    open(testing::knownDeal(), nullptr, [&](const GameState&, const solver::SolverOptions&, std::stop_token stop) {
         while (endless && !stop.stop_requested()) std::this_thread::yield();
         return solver::SolveResult{stop.stop_requested() ? solver::Verdict::unknown : solver::Verdict::unwinnable, {}, 0};
     });
@@ -329,7 +329,7 @@ TEST_F(MainWindowTest, SolverCommandsShowTheyAreWorkingAndAnswerInANotice)
 // The toolbar's verdict shows only while the player asks for it, and says what it found.
 TEST_F(MainWindowTest, TheWinnabilityIndicatorFollowsItsPreference)
 {
-    open(testing::knownDeal(), nullptr, [](const GameState&, std::stop_token) {
+    open(testing::knownDeal(), nullptr, [](const GameState&, const solver::SolverOptions&, std::stop_token) {
         return solver::SolveResult{solver::Verdict::winnable, {}, 0};
     });
     QQuickItem* indicator = findItem(window->contentItem(), "winnabilityIndicator");

@@ -17,6 +17,8 @@
 
 #include <gtest/gtest.h>
 
+#include <condition_variable>
+#include <mutex>
 #include <random>
 
 namespace zelvaine {
@@ -158,6 +160,28 @@ TEST_F(SolverCommandsTest, AMoveOrUndoAbandonsTheCommandAndItsAnswer)
     EXPECT_FALSE(store->challenge().usedHint);
 }
 
+// Once the game quits, nothing is solved any more, whatever happens to the table meanwhile (the
+// automatic finish is played out then), and no answer turns up.
+TEST_F(SolverCommandsTest, OnceTheGameQuitsNothingIsSolved)
+{
+    open(testing::knownDeal());
+    preferences.setShowsWinnability(true);
+    preferences.setWinnableDealsOnly(true);
+    commands->checkWinnability();
+    commands->stopForQuit();
+    EXPECT_EQ(commands->running(), -1);
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
+    commands->showWinningMove();
+    EXPECT_EQ(commands->running(), -1);
+    // The plain shuffle deals without waiting for a proof.
+    const GameState table = store->state();
+    store->newGame();
+    EXPECT_NE(store->state(), table);
+    QTest::qWait(200);
+    EXPECT_FALSE(store->message());
+    EXPECT_EQ(commands->liveVerdict(), 0);
+}
+
 // Moves and undos faster than the solver answers: the indicator ends on the table's own verdict,
 // never on an answer about a position already left.
 TEST_F(SolverCommandsTest, TheLiveVerdictEndsOnThePositionOnTheTable)
@@ -197,13 +221,117 @@ TEST_F(SolverCommandsTest, WithWinnableDealsOnlyEveryNewGameIsProvenWinnable)
     open(testing::knownDeal());
     preferences.setWinnableDealsOnly(true);
     for (int i = 0; i < 20; ++i) {
+        const GameState before = store->state();
         store->newGame();
+        // Dealt at once when a proven deal is ready, else as soon as one is.
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !store->isAwaitingDeal(); }, 120000)) << i;
+        ASSERT_NE(store->state(), before) << i;
         EXPECT_EQ(verdictOf(store->state()), Verdict::winnable) << i;
     }
     // Off again, the plain shuffle deals at once, without waiting for a proof.
     preferences.setWinnableDealsOnly(false);
+    const GameState before = store->state();
     store->newGame();
-    EXPECT_TRUE(isWellFormed(store->state()));
+    EXPECT_FALSE(store->isAwaitingDeal());
+    EXPECT_NE(store->state(), before);
+}
+
+// A search that proves every deal winnable, but only once the test lets it.
+class GatedSolve {
+public:
+    solver::WinnabilityService::SolveFunction function()
+    {
+        return [this](const GameState&, const solver::SolverOptions&, std::stop_token stop) {
+            std::unique_lock lock(mutex_);
+            opened_.wait(lock, stop, [this] { return open_; });
+            return solver::SolveResult{stop.stop_requested() ? Verdict::unknown : Verdict::winnable, {}, 0};
+        };
+    }
+    void open()
+    {
+        {
+            const std::scoped_lock lock(mutex_);
+            open_ = true;
+        }
+        opened_.notify_all();
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable_any opened_;
+    bool open_ = false;
+};
+
+class WinnableDealWaitTest : public SolverCommandsTest {
+protected:
+    void SetUp() override
+    {
+        store = std::make_unique<GameStore>(testing::knownDeal(), defaults, sound);
+        commands = std::make_unique<SolverCommands>(*store, &preferences, gate.function());
+        token = store->observe([this](GameStoreProperty property) {
+            if (property == GameStoreProperty::state) ++positions;
+        });
+        preferences.setWinnableDealsOnly(true);
+    }
+    void TearDown() override
+    {
+        store->unobserve(token);
+        commands.reset();
+    }
+    // Lets the dealer prove its deals, and gives their news time to arrive.
+    void proveDeals()
+    {
+        gate.open();
+        QTest::qWait(300);
+    }
+
+    GatedSolve gate;
+    Observable<GameStoreProperty>::Token token = 0;
+    int positions = 0;
+};
+
+// No proven deal yet: New Game leaves the table as it is and says what it waits for; asked again,
+// it still deals one game, as soon as a deal is proven.
+TEST_F(WinnableDealWaitTest, ANewGameWaitsForAProvenDealWithoutStackingUp)
+{
+    const GameState table = store->state();
+    store->requestNewGame();
+    store->newGame();
+    EXPECT_TRUE(store->isAwaitingDeal());
+    EXPECT_EQ(store->state(), table);
+    EXPECT_FALSE(store->confirmation());
+    EXPECT_EQ(notice(), "Finding a deal that can be won…");
+    store->newGame();
+    EXPECT_EQ(positions, 0);
+
+    proveDeals();
+    EXPECT_FALSE(store->isAwaitingDeal());
+    EXPECT_NE(store->state(), table);
+    EXPECT_EQ(store->state().moveCount, 0);
+    EXPECT_EQ(positions, 1);
+    EXPECT_FALSE(store->message());
+}
+
+TEST_F(WinnableDealWaitTest, AMoveMadeWhileWaitingDropsTheNewGame)
+{
+    store->newGame();
+    ASSERT_TRUE(store->isAwaitingDeal());
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
+    EXPECT_FALSE(store->isAwaitingDeal());
+    const GameState moved = store->state();
+    proveDeals();
+    EXPECT_EQ(store->state(), moved);
+}
+
+TEST_F(WinnableDealWaitTest, TurningThePreferenceOffWhileWaitingDealsAtOnce)
+{
+    const GameState table = store->state();
+    store->newGame();
+    ASSERT_TRUE(store->isAwaitingDeal());
+    preferences.setWinnableDealsOnly(false);
+    EXPECT_FALSE(store->isAwaitingDeal());
+    EXPECT_NE(store->state(), table);
+    EXPECT_EQ(positions, 1);
 }
 
 } // namespace
