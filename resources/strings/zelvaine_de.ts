@@ -311,10 +311,6 @@
         <source>Foundation %1</source>
         <translation>Ablagestapel %1</translation>
     </message>
-    <message>
-        <source>Foundation %1, %2</source>
-        <translation>Ablagestapel %1, %2</translation>
-    </message>
 </context>
 <context>
     <name>RulesView</name>

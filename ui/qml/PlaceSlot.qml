@@ -23,11 +23,8 @@ Item {
     objectName: kind === 1 ? (hasCard ? "hand-" + index : "hand-empty-" + index) : "foundation-" + index
 
     Accessible.role: Accessible.Button
-    // A built foundation also names its top card: without it a player who cannot see the
-    // table would not know how far the suit has come.
     Accessible.name: kind === 1 ? (hasCard ? name : qsTr("Empty hand slot %1").arg(index + 1))
-                   : hasCard ? qsTr("Foundation %1, %2").arg(index + 1).arg(name)
-                   : qsTr("Foundation %1").arg(index + 1)
+                                : qsTr("Foundation %1").arg(index + 1)
     Accessible.description: kind === 2 || hasCard ? accessibleHint : ""
     Accessible.selectable: hasCard
     Accessible.selected: isSelected
