@@ -47,15 +47,21 @@ void storeSavedGame(const testing::DefaultsScratchFolder& folder, const std::str
 
 std::string unplayed(const GameState& deal) { return encodeSavedGame({deal, deal, {}, {}, {}}); }
 
-TEST(TwoWindows, TheOneThatSavedSecondIsToldAndKeepsItsHandsOff)
-{
+// Two windows opened on one saved game, as two displays of one player might open them.
+class TwoWindows : public ::testing::Test {
+protected:
     testing::DefaultsScratchFolder folder;
     testing::RecordingSoundCues sound;
-    storeSavedGame(folder, unplayed(testing::knownDeal()));
-    SqliteDefaultsStore firstDefaults(folder.file());
-    SqliteDefaultsStore secondDefaults(folder.file());
-    GameStore first(std::nullopt, firstDefaults, sound);
-    GameStore second(std::nullopt, secondDefaults, sound);
+    // Written before either window opens the file.
+    bool savedGameStored = (storeSavedGame(folder, unplayed(testing::knownDeal())), true);
+    SqliteDefaultsStore firstDefaults{folder.file()};
+    SqliteDefaultsStore secondDefaults{folder.file()};
+    GameStore first{std::nullopt, firstDefaults, sound};
+    GameStore second{std::nullopt, secondDefaults, sound};
+};
+
+TEST_F(TwoWindows, TheOneThatSavedSecondIsToldAndKeepsItsHandsOff)
+{
     ASSERT_EQ(first.state(), second.state());
 
     playOneMove(second);
@@ -86,15 +92,8 @@ TEST(TwoWindows, TheOneThatSavedSecondIsToldAndKeepsItsHandsOff)
 
 // The word that this window no longer saves comes with the save that finds it out; a hint asked
 // for at that moment once replaced it before it was ever shown.
-TEST(TwoWindows, AHintDoesNotHideTheWordThatThisWindowNoLongerSaves)
+TEST_F(TwoWindows, AHintDoesNotHideTheWordThatThisWindowNoLongerSaves)
 {
-    testing::DefaultsScratchFolder folder;
-    testing::RecordingSoundCues sound;
-    storeSavedGame(folder, unplayed(testing::knownDeal()));
-    SqliteDefaultsStore firstDefaults(folder.file());
-    SqliteDefaultsStore secondDefaults(folder.file());
-    GameStore first(std::nullopt, firstDefaults, sound);
-    GameStore second(std::nullopt, secondDefaults, sound);
     playOneMove(second);
     secondDefaults.flush();
 
