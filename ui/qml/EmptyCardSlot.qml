@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Shapes
 
 // A place that can hold a card but is empty: a dark rounded fill with a dashed border, bright
 // when the selected cards may go there.
