@@ -3,6 +3,7 @@
 // 95% of them. Every answer is checked against independent solves. Besides the time to the answer, the processor time the process spent meanwhile:
 // on a machine busy with other work, it is what the search would take on an idle one.
 
+#include "benchmarks/smoke_run.hpp"
 #include "engine/move_rules.hpp"
 #include "engine/random_source.hpp"
 #include "solver/last_winnable_search.hpp"
@@ -122,7 +123,7 @@ void BM_UndoToLastWinnable(benchmark::State& state)
     state.counters["cpu p95 s"] = solver::percentile(processor, 0.95);
     state.counters["cpu within 2 s"] = static_cast<double>(withinProcessor) / static_cast<double>(processor.size());
 }
-BENCHMARK(BM_UndoToLastWinnable)->Arg(200)->Iterations(1)->Unit(benchmark::kSecond);
+BENCHMARK(BM_UndoToLastWinnable)->Arg(smokeRun() ? 3 : 200)->Iterations(1)->Unit(benchmark::kSecond);
 
 } // namespace
 } // namespace zelvaine

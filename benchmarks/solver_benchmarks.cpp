@@ -1,5 +1,6 @@
 // How fast the solver examines positions, and what one verdict costs on reproducible deals.
 
+#include "benchmarks/smoke_run.hpp"
 #include "engine/move_rules.hpp"
 #include "solver/exhaustive_search.hpp"
 #include "solver/survey.hpp"
@@ -189,7 +190,7 @@ void BM_ServiceVerdictInPlay(benchmark::State& state)
     std::vector<GameState> positions;
     SeededRandom random(1);
     std::mt19937 choose(1);
-    for (int d = 0; d < 100; ++d) {
+    for (int d = 0; d < (smokeRun() ? 3 : 100); ++d) {
         GameState position = dealNewGame(random);
         for (int move = 0; move < 100; ++move) {
             if (move % 5 == 0) positions.push_back(position);
