@@ -82,8 +82,10 @@ def pump():
         pass
 
 
-def wait_for(condition, what, seconds=10.0, quiet=False):
-    """Polls `condition` while letting AT-SPI events in; the value it returned, or None."""
+def wait_for(condition, what, seconds=30.0, quiet=False):
+    """Polls `condition` while letting AT-SPI events in; the value it returned, or None. The wait is
+    long because the game may run under the sanitizers on a busy machine; it ends as soon as the
+    condition holds."""
     end = time.monotonic() + seconds
     while time.monotonic() < end:
         pump()
