@@ -1,8 +1,7 @@
 #include "solver/winnability_service.hpp"
 
 #include "solver/memory_release.hpp"
-
-#include <pthread.h>
+#include "solver/thread_name.hpp"
 
 namespace zelvaine::solver {
 
@@ -23,7 +22,7 @@ WinnabilityService::WinnabilityService(Delivery deliver, SolveFunction solveFunc
       worker_([this](std::stop_token quit) { run(std::move(quit)); })
 {
     // Named for a look at the process from outside: a profiler, or a test of the running game.
-    pthread_setname_np(worker_.native_handle(), "solver");
+    nameThread(worker_, "solver");
     keepLargeBlocksMapped();
 }
 

@@ -1,8 +1,8 @@
 #include "solver/winnable_dealer.hpp"
 
 #include "solver/memory_release.hpp"
+#include "solver/thread_name.hpp"
 
-#include <pthread.h>
 
 namespace zelvaine::solver {
 
@@ -11,7 +11,7 @@ WinnableDealer::WinnableDealer(Shuffle shuffle, Ready ready, PositionSolve solve
       options_(options), kept_(kept),
       worker_([this](std::stop_token stop) { run(std::move(stop)); })
 {
-    pthread_setname_np(worker_.native_handle(), "winnable-dealer");
+    nameThread(worker_, "winnable-dealer");
 }
 
 WinnableDealer::~WinnableDealer()
