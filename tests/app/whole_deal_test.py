@@ -121,7 +121,14 @@ def play(app, first_count):
     played = {"column": 0, "foundation": 0, "hand": 0}
     offer = None
     while offer is None:
-        offer = client.find(frame, name="Auto Complete", role=pyatspi.ROLE_PUSH_BUTTON)
+        # The game asks its question a moment after the move that makes the finish possible; a
+        # Solver menu opened in that moment would come too soon.
+        settle = time.monotonic() + 0.25
+        while offer is None and time.monotonic() < settle:
+            client.pump()
+            offer = client.find(frame, name="Auto Complete", role=pyatspi.ROLE_PUSH_BUTTON)
+            if offer is None:
+                time.sleep(0.05)
         if offer is not None:
             break
         sentence = winning_move(frame, solver, announcements)
