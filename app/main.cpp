@@ -94,7 +94,7 @@ int main(int argc, char** argv)
                                  {"solver", QVariant::fromValue(&solverCommands)},
                                  {"updater", QVariant::fromValue(&updater)},
                                  {"versionText", QString::fromLatin1(zelvaine::build::versionText)}});
-    engine.load(QUrl(QStringLiteral("qrc:/Zelvaine/qml/Main.qml")));
+    engine.load(QUrl(QStringLiteral("qrc:/ZelvaineShell/qml/Main.qml")));
     if (engine.rootObjects().isEmpty()) return 1;
     auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().first());
     // The frame benchmark reads every frame's time from here.
@@ -117,7 +117,7 @@ int main(int argc, char** argv)
     // Tests of the whole program stand in for a player who accepts every question.
     if (commandLine.answerYes) {
         QObject::connect(&board, &zelvaine::GameBoard::confirmationChanged, &board, [&board] {
-            if (board.confirmation() >= 0) board.confirm();
+            if (board.confirmation() != zelvaine::Confirmation::Kind::None) board.confirm();
         }, Qt::QueuedConnection);
     }
 

@@ -1,9 +1,5 @@
 #include "ui/board_geometry.hpp"
 
-#include "ui/blocked_nudge.hpp"
-
-#include <QVariantMap>
-
 namespace zelvaine {
 
 void BoardGeometry::setWidth(double width)
@@ -32,13 +28,5 @@ double BoardGeometry::columnOffset(int count, double cardWidth, double available
 }
 
 double BoardGeometry::selectionRadius(double cardWidth) const { return ColumnLayout{0, cardWidth, 0}.selectionCornerRadius(); }
-
-QVariantList BoardGeometry::blockedNudgeSteps(double columnWidth) const
-{
-    QVariantList steps;
-    for (const NudgeStep& step : zelvaine::blockedNudgeSteps(columnWidth))
-        steps.append(QVariantMap{{"offset", step.offset}, {"seconds", step.seconds}});
-    return steps;
-}
 
 } // namespace zelvaine

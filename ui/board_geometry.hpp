@@ -60,8 +60,6 @@ public:
     // The distance between the tops of successive cards of a column.
     Q_INVOKABLE double columnOffset(int count, double cardWidth, double availableHeight) const;
     Q_INVOKABLE double selectionRadius(double cardWidth) const;
-    // A blocked card's shake: a list of {offset, seconds}.
-    Q_INVOKABLE QVariantList blockedNudgeSteps(double columnWidth) const;
 
 signals:
     void changed();

@@ -6,6 +6,7 @@
 #include "store/game_store.hpp"
 #include "ui/drop_destination_resolver.hpp"
 
+#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -20,6 +21,14 @@ struct ActiveCardDrag {
     Point pointerOffsetFromTopLeft;
     double cardWidth = 0;
 };
+
+// A press becomes a drag once the pointer has travelled this far, in points: a click with an
+// unsteady hand stays a click.
+inline constexpr double dragStartDistance = 6;
+inline bool isDragDistance(Point start, Point location)
+{
+    return std::hypot(location.x - start.x, location.y - start.y) >= dragStartDistance;
+}
 
 // Where the dragged card sat when the drag began, from the cached frame of its place.
 std::optional<Rect> sourceCardFrame(const MoveSource& source, double cardWidth, const DropFrameCache& cache,

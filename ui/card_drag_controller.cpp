@@ -48,9 +48,9 @@ void CardDragController::setBoardItem(QQuickItem* item)
     emit boardItemChanged();
 }
 
-int CardDragController::sourceKind() const
+Place::Kind CardDragController::sourceKind() const
 {
-    return session_.activeDrag() ? placeKind(session_.activeDrag()->source.kind) : -1;
+    return session_.activeDrag() ? placeKind(session_.activeDrag()->source.kind) : Place::Kind::None;
 }
 
 int CardDragController::sourceIndex() const
@@ -63,7 +63,7 @@ int CardDragController::sourceCardIndex() const
     return session_.activeDrag() ? static_cast<int>(session_.activeDrag()->source.cardIndex) : -1;
 }
 
-void CardDragController::registerTarget(int kind, int index, QQuickItem* item)
+void CardDragController::registerTarget(Place::Kind kind, int index, QQuickItem* item)
 {
     const MoveDestination destination = placeDestination(kind, index);
     // The arrangement's places are remade when the window turns; the newest item reports.
@@ -93,7 +93,12 @@ void CardDragController::setFaces(const std::vector<PlayingCard>& cards, double 
     emit facesChanged();
 }
 
-void CardDragController::handleDragChanged(int kind, int index, int cardIndex, QPointF location,
+bool CardDragController::isDragDistance(QPointF start, QPointF location) const
+{
+    return zelvaine::isDragDistance(toPoint(start), toPoint(location));
+}
+
+void CardDragController::handleDragChanged(Place::Kind kind, int index, int cardIndex, QPointF location,
                                            QPointF startLocation, double cardWidth)
 {
     if (!board_) return;
@@ -110,7 +115,7 @@ void CardDragController::handleDragChanged(int kind, int index, int cardIndex, Q
     }
 }
 
-void CardDragController::handleDragEnded(int kind, int index, int cardIndex, QPointF location)
+void CardDragController::handleDragEnded(Place::Kind kind, int index, int cardIndex, QPointF location)
 {
     if (!board_) return;
     refreshFrames();

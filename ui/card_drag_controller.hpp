@@ -4,6 +4,7 @@
 #ifndef Q_MOC_RUN
 #include "ui/card_drag.hpp"
 #endif
+#include "ui/board_vocabulary.hpp"
 #include "ui/drag_position_model.hpp"
 #include "ui/game_board.hpp"
 
@@ -29,9 +30,8 @@ class CardDragController : public QObject {
     Q_PROPERTY(QQuickItem* boardItem READ boardItem WRITE setBoardItem NOTIFY boardItemChanged FINAL)
     Q_PROPERTY(zelvaine::DragPositionModel* dragPosition READ dragPosition CONSTANT FINAL)
     Q_PROPERTY(bool active READ active NOTIFY dragChanged FINAL)
-    // The drag's source, for the places to leave its cards out: kind -1 when none, else 0 a
-    // column's card, 1 a hand slot, 2 a foundation.
-    Q_PROPERTY(int sourceKind READ sourceKind NOTIFY dragChanged FINAL)
+    // The drag's source, for the places to leave its cards out; None when nothing is dragged.
+    Q_PROPERTY(zelvaine::Place::Kind sourceKind READ sourceKind NOTIFY dragChanged FINAL)
     Q_PROPERTY(int sourceIndex READ sourceIndex NOTIFY dragChanged FINAL)
     Q_PROPERTY(int sourceCardIndex READ sourceCardIndex NOTIFY dragChanged FINAL)
     // The dragged cards' pictures, top first; kept after a drag ends so that its preview can fade.
@@ -48,17 +48,19 @@ public:
     void setBoardItem(QQuickItem* item);
     DragPositionModel* dragPosition() { return &position_; }
     bool active() const { return session_.activeDrag().has_value(); }
-    int sourceKind() const;
+    Place::Kind sourceKind() const;
     int sourceIndex() const;
     int sourceCardIndex() const;
     QStringList faces() const { return faces_; }
     double cardWidth() const { return cardWidth_; }
 
-    // A place that takes drops: 0 a column (the whole column's item), 1 a hand slot, 2 a foundation.
-    Q_INVOKABLE void registerTarget(int kind, int index, QQuickItem* item);
-    Q_INVOKABLE void handleDragChanged(int kind, int index, int cardIndex, QPointF location, QPointF startLocation,
-                                       double cardWidth);
-    Q_INVOKABLE void handleDragEnded(int kind, int index, int cardIndex, QPointF location);
+    // A place that takes drops: a column (the whole column's item), a hand slot or a foundation.
+    Q_INVOKABLE void registerTarget(zelvaine::Place::Kind kind, int index, QQuickItem* item);
+    // Whether a press that has travelled from `start` to `location` is a drag yet.
+    Q_INVOKABLE bool isDragDistance(QPointF start, QPointF location) const;
+    Q_INVOKABLE void handleDragChanged(zelvaine::Place::Kind kind, int index, int cardIndex, QPointF location,
+                                       QPointF startLocation, double cardWidth);
+    Q_INVOKABLE void handleDragEnded(zelvaine::Place::Kind kind, int index, int cardIndex, QPointF location);
 
     // The automatic finish: show `card` leaving `source` for the foundation and return how long
     // the flight takes in milliseconds (0 when nothing flies); land() removes the preview.

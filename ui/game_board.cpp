@@ -46,13 +46,19 @@ QList<QObject*> GameBoard::columns() const
     return list;
 }
 
+CardListModel* GameBoard::columnCards(int index) const
+{
+    if (index < 0 || static_cast<std::size_t>(index) >= columns_.size()) return nullptr;
+    return columns_[static_cast<std::size_t>(index)].get();
+}
+
 int GameBoard::moveCount() const { return static_cast<int>(store_.state().moveCount); }
 
 bool GameBoard::won() const { return isWon(store_.state()); }
 
-int GameBoard::selectionKind() const
+Place::Kind GameBoard::selectionKind() const
 {
-    return store_.selection() ? static_cast<int>(store_.selection()->kind) : -1;
+    return store_.selection() ? placeKind(store_.selection()->kind) : Place::Kind::None;
 }
 
 int GameBoard::selectionIndex() const { return store_.selection() ? static_cast<int>(store_.selection()->index) : -1; }
@@ -67,7 +73,9 @@ QString GameBoard::message() const
     return store_.message() ? QString::fromStdString(*store_.message()) : QString();
 }
 
-int GameBoard::messageKind() const { return store_.messageKind() ? static_cast<int>(*store_.messageKind()) : -1; }
+Message::Kind GameBoard::messageKind() const { return zelvaine::messageKind(store_.messageKind()); }
+
+Place::Kind GameBoard::focusKind() const { return focusShown_ ? placeKind(focus_.row) : Place::Kind::None; }
 
 void GameBoard::onStoreChanged(GameStoreProperty property)
 {
@@ -110,20 +118,27 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
     }
 }
 
-int GameBoard::confirmation() const
+Confirmation::Kind GameBoard::confirmation() const { return confirmationKind(store_.confirmation()); }
+
+namespace {
+
+QString confirmationText(const std::optional<GameConfirmation>& confirmation, std::string ConfirmationTexts::*text)
 {
-    return store_.confirmation() ? static_cast<int>(*store_.confirmation()) : -1;
+    return confirmation ? QString::fromStdString(confirmationTexts(*confirmation).*text) : QString();
 }
 
-QVariantMap GameBoard::confirmationTexts() const
+} // namespace
+
+QString GameBoard::confirmationTitle() const { return confirmationText(store_.confirmation(), &ConfirmationTexts::title); }
+
+QString GameBoard::confirmationMessage() const
 {
-    if (!store_.confirmation()) return {};
-    const ConfirmationTexts texts = zelvaine::confirmationTexts(*store_.confirmation());
-    return {{"title", QString::fromStdString(texts.title)},
-            {"message", QString::fromStdString(texts.message)},
-            {"confirm", QString::fromStdString(texts.confirmButton)},
-            {"cancel", QString::fromStdString(texts.cancelButton)}};
+    return confirmationText(store_.confirmation(), &ConfirmationTexts::message);
 }
+
+QString GameBoard::confirmText() const { return confirmationText(store_.confirmation(), &ConfirmationTexts::confirmButton); }
+
+QString GameBoard::cancelText() const { return confirmationText(store_.confirmation(), &ConfirmationTexts::cancelButton); }
 
 void GameBoard::confirm()
 {
@@ -375,16 +390,25 @@ void GameBoard::tapFoundation(int index)
 
 void GameBoard::tapTable() { taps::onTable(store_); }
 
-void GameBoard::moveFocus(int direction, bool portrait, bool handOnRight)
+void GameBoard::moveFocus(Focus::Direction direction, bool portrait, bool handOnRight)
 {
-    if (focusShown_ && direction >= 0 && direction <= 3) {
+    KeyboardFocus next = focus_;
+    if (focusShown_) {
         const FocusArrangement arrangement = portrait      ? FocusArrangement::portrait
                                              : handOnRight ? FocusArrangement::landscapeHandRight
                                                            : FocusArrangement::landscapeHandLeft;
-        focus_ = zelvaine::moveFocus(focus_, static_cast<KeyboardFocus::Direction>(direction), store_.state(),
-                                     arrangement);
+        next = zelvaine::moveFocus(focus_, focusDirection(direction), store_.state(), arrangement);
     }
-    focus_ = settleFocus(focus_, store_.state());
+    showFocusAt(next);
+}
+
+void GameBoard::showFocus() { showFocusAt(focus_); }
+
+void GameBoard::showFocusAt(const KeyboardFocus& focus)
+{
+    const KeyboardFocus settled = settleFocus(focus, store_.state());
+    if (focusShown_ && settled == focus_) return;
+    focus_ = settled;
     focusShown_ = true;
     emit focusChanged();
 }
@@ -392,7 +416,7 @@ void GameBoard::moveFocus(int direction, bool portrait, bool handOnRight)
 void GameBoard::activateFocus()
 {
     if (!focusShown_) {
-        moveFocus(-1);
+        showFocus();
         return;
     }
     zelvaine::activateFocus(store_, focus_);
@@ -405,27 +429,27 @@ void GameBoard::hideFocus()
     emit focusChanged();
 }
 
-bool GameBoard::canMoveToAnyFoundation(int kind, int index, int cardIndex) const
+bool GameBoard::canMoveToAnyFoundation(Place::Kind kind, int index, int cardIndex) const
 {
     return store_.canMoveToAnyFoundation(placeSource(kind, index, cardIndex));
 }
 
-bool GameBoard::canMoveToHand(int kind, int index, int cardIndex) const
+bool GameBoard::canMoveToHand(Place::Kind kind, int index, int cardIndex) const
 {
     return store_.canMove(placeSource(kind, index, cardIndex), MoveDestination::hand());
 }
 
-void GameBoard::moveToFoundation(int kind, int index, int cardIndex)
+void GameBoard::moveToFoundation(Place::Kind kind, int index, int cardIndex)
 {
     store_.moveToFoundation(placeSource(kind, index, cardIndex));
 }
 
-void GameBoard::moveToHand(int kind, int index, int cardIndex)
+void GameBoard::moveToHand(Place::Kind kind, int index, int cardIndex)
 {
     store_.move(placeSource(kind, index, cardIndex), MoveDestination::hand());
 }
 
-void GameBoard::moveToColumn(int kind, int index, int cardIndex, int column)
+void GameBoard::moveToColumn(Place::Kind kind, int index, int cardIndex, int column)
 {
     store_.move(placeSource(kind, index, cardIndex), MoveDestination::tableau(column));
 }

@@ -7,6 +7,7 @@
 #include "store/game_store.hpp"
 #include "ui/keyboard_focus.hpp"
 #endif
+#include "ui/board_vocabulary.hpp"
 #include "ui/card_list_model.hpp"
 
 #include <QList>
@@ -15,7 +16,6 @@
 #include <QString>
 #include <QTimer>
 #include <QUrl>
-#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
 namespace zelvaine {
@@ -44,25 +44,28 @@ class GameBoard : public QObject {
     Q_PROPERTY(bool isImportingGame READ isImportingGame WRITE setIsImportingGame NOTIFY importingChanged FINAL)
     // Where the file panels start: the last share's folder, else Documents, else home.
     Q_PROPERTY(QUrl gameFolder READ gameFolder NOTIFY gameFolderChanged FINAL)
-    // -1 none, else newGame, restartGame, autoComplete, openSharedGame in that order.
-    Q_PROPERTY(int confirmation READ confirmation NOTIFY confirmationChanged FINAL)
+    Q_PROPERTY(zelvaine::Confirmation::Kind confirmation READ confirmation NOTIFY confirmationChanged FINAL)
+    // The open question's words: its title, its text and its two answers; empty with none open.
+    Q_PROPERTY(QString confirmationTitle READ confirmationTitle NOTIFY confirmationChanged FINAL)
+    Q_PROPERTY(QString confirmationMessage READ confirmationMessage NOTIFY confirmationChanged FINAL)
+    Q_PROPERTY(QString confirmText READ confirmText NOTIFY confirmationChanged FINAL)
+    Q_PROPERTY(QString cancelText READ cancelText NOTIFY confirmationChanged FINAL)
     Q_PROPERTY(bool autoCompleting READ autoCompleting NOTIFY autoCompletingChanged FINAL)
     // The confetti's start, in milliseconds since the epoch; 0 when none falls.
     Q_PROPERTY(double celebrationStartedAt READ celebrationStartedAt NOTIFY celebrationChanged FINAL)
     Q_PROPERTY(QString winMessage READ winMessage NOTIFY stateChanged FINAL)
     Q_PROPERTY(QString winSummary READ winSummary NOTIFY stateChanged FINAL)
-    // -1 nothing, 0 a column's card, 1 a hand slot, 2 a foundation.
-    Q_PROPERTY(int selectionKind READ selectionKind NOTIFY selectionChanged FINAL)
+    // The selected place; with a column's card, the card's index too.
+    Q_PROPERTY(zelvaine::Place::Kind selectionKind READ selectionKind NOTIFY selectionChanged FINAL)
     Q_PROPERTY(int selectionIndex READ selectionIndex NOTIFY selectionChanged FINAL)
     Q_PROPERTY(int selectionCardIndex READ selectionCardIndex NOTIFY selectionChanged FINAL)
     Q_PROPERTY(QList<bool> columnTargets READ columnTargets NOTIFY targetsChanged FINAL)
     Q_PROPERTY(QList<bool> foundationTargets READ foundationTargets NOTIFY targetsChanged FINAL)
     Q_PROPERTY(QList<bool> handTargets READ handTargets NOTIFY targetsChanged FINAL)
     Q_PROPERTY(QString message READ message NOTIFY messageChanged FINAL)
-    // -1 none, 0 hint, 1 move feedback, 2 notice.
-    Q_PROPERTY(int messageKind READ messageKind NOTIFY messageChanged FINAL)
-    // The keyboard's place: -1 while the mouse plays; 0 foundations, 1 tableau, 2 hand.
-    Q_PROPERTY(int focusRow READ focusRow NOTIFY focusChanged FINAL)
+    Q_PROPERTY(zelvaine::Message::Kind messageKind READ messageKind NOTIFY messageChanged FINAL)
+    // The keyboard's place: None while the mouse plays.
+    Q_PROPERTY(zelvaine::Place::Kind focusKind READ focusKind NOTIFY focusChanged FINAL)
     Q_PROPERTY(int focusIndex READ focusIndex NOTIFY focusChanged FINAL)
     Q_PROPERTY(int focusCardIndex READ focusCardIndex NOTIFY focusChanged FINAL)
 
@@ -73,6 +76,8 @@ public:
     ~GameBoard() override;
 
     QList<QObject*> columns() const;
+    // One column's cards, typed for the view that shows them.
+    Q_INVOKABLE zelvaine::CardListModel* columnCards(int index) const;
     CardListModel* hand() { return &hand_; }
     CardListModel* foundations() { return &foundations_; }
     int moveCount() const;
@@ -80,20 +85,24 @@ public:
     bool canUndo() const { return !store_.history().empty(); }
     bool canRedo() const { return !store_.redoHistory().empty(); }
     bool hasProgress() const { return store_.hasProgress(); }
-    int confirmation() const;
+    Confirmation::Kind confirmation() const;
+    QString confirmationTitle() const;
+    QString confirmationMessage() const;
+    QString confirmText() const;
+    QString cancelText() const;
     bool autoCompleting() const { return isAutoCompleting_; }
     double celebrationStartedAt() const { return celebrationStartedAt_; }
     QString winMessage() const;
     QString winSummary() const;
-    int selectionKind() const;
+    Place::Kind selectionKind() const;
     int selectionIndex() const;
     int selectionCardIndex() const;
     QList<bool> columnTargets() const { return columnTargets_; }
     QList<bool> foundationTargets() const { return foundationTargets_; }
     QList<bool> handTargets() const { return handTargets_; }
     QString message() const;
-    int messageKind() const;
-    int focusRow() const { return focusShown_ ? static_cast<int>(focus_.row) : -1; }
+    Message::Kind messageKind() const;
+    Place::Kind focusKind() const;
     int focusIndex() const { return static_cast<int>(focus_.index); }
     int focusCardIndex() const { return static_cast<int>(focus_.cardIndex); }
 
@@ -103,24 +112,24 @@ public:
     Q_INVOKABLE void tapFoundation(int index);
     Q_INVOKABLE void tapTable();
 
-    // The context menu of a card; `kind` as in selectionKind.
-    Q_INVOKABLE bool canMoveToAnyFoundation(int kind, int index, int cardIndex) const;
-    Q_INVOKABLE bool canMoveToHand(int kind, int index, int cardIndex) const;
-    Q_INVOKABLE void moveToFoundation(int kind, int index, int cardIndex);
-    Q_INVOKABLE void moveToHand(int kind, int index, int cardIndex);
-    Q_INVOKABLE void moveToColumn(int kind, int index, int cardIndex, int column);
+    // The context menu of a card.
+    Q_INVOKABLE bool canMoveToAnyFoundation(zelvaine::Place::Kind kind, int index, int cardIndex) const;
+    Q_INVOKABLE bool canMoveToHand(zelvaine::Place::Kind kind, int index, int cardIndex) const;
+    Q_INVOKABLE void moveToFoundation(zelvaine::Place::Kind kind, int index, int cardIndex);
+    Q_INVOKABLE void moveToHand(zelvaine::Place::Kind kind, int index, int cardIndex);
+    Q_INVOKABLE void moveToColumn(zelvaine::Place::Kind kind, int index, int cardIndex, int column);
 
-    // Arrow keys: 0 left, 1 right, 2 up, 3 down, to the place drawn next in that direction
-    // (the arrangement and the hand's side say how the places are drawn). The first key only
-    // shows where the focus is.
-    Q_INVOKABLE void moveFocus(int direction, bool portrait = true, bool handOnRight = false);
+    // An arrow key (the arrangement and the hand's side say how the places are drawn). The
+    // first key only shows where the focus is.
+    Q_INVOKABLE void moveFocus(zelvaine::Focus::Direction direction, bool portrait = true, bool handOnRight = false);
+    // Shows the focus where it is, without moving it.
+    Q_INVOKABLE void showFocus();
     Q_INVOKABLE void activateFocus();
     Q_INVOKABLE void hideFocus();
 
     // The questions asked before the game is replaced, reset or finished for the player.
     Q_INVOKABLE void requestNewGame() { store_.requestNewGame(); }
     Q_INVOKABLE void requestRestart() { store_.requestRestart(); }
-    Q_INVOKABLE QVariantMap confirmationTexts() const;
     Q_INVOKABLE void confirm();
     Q_INVOKABLE void dismissConfirmation() { store_.dismissConfirmation(); }
 
@@ -168,6 +177,7 @@ signals:
 
 private:
     void onStoreChanged(GameStoreProperty property);
+    void showFocusAt(const KeyboardFocus& focus);
     void refreshPlaces();
     void refreshTargets();
     void afterPositionChange();

@@ -43,12 +43,6 @@ QString PreferencesModel::dataFolder()
     return folder;
 }
 
-QVariant PreferencesModel::highScore() const
-{
-    const auto score = preferences_.highScore();
-    return score ? QVariant::fromValue<qint64>(*score) : QVariant();
-}
-
 void PreferencesModel::setHandOnRight(bool value)
 {
     preferences_.setLandscapeHandSide(value ? LandscapeHandSide::right : LandscapeHandSide::left);

@@ -25,10 +25,12 @@ class PreferencesModel : public QObject {
     Q_PROPERTY(bool winnableDealsOnly READ winnableDealsOnly WRITE setWinnableDealsOnly NOTIFY winnableDealsOnlyChanged FINAL)
     // The settings window shows while this is set; closing it clears it.
     Q_PROPERTY(bool showSettings READ showSettings WRITE setShowSettings NOTIFY showSettingsChanged FINAL)
-    Q_PROPERTY(QVariant highScore READ highScore NOTIFY highScoreChanged FINAL)
-    Q_PROPERTY(qint64 gamesPlayed READ gamesPlayed NOTIFY gamesPlayedChanged FINAL)
-    Q_PROPERTY(qint64 gamesWon READ gamesWon NOTIFY gamesWonChanged FINAL)
-    Q_PROPERTY(qint64 gamesLost READ gamesLost NOTIFY gamesLostChanged FINAL)
+    // The fewest moves of a win; hasHighScore is false until the first win.
+    Q_PROPERTY(bool hasHighScore READ hasHighScore NOTIFY highScoreChanged FINAL)
+    Q_PROPERTY(int highScore READ highScore NOTIFY highScoreChanged FINAL)
+    Q_PROPERTY(int gamesPlayed READ gamesPlayed NOTIFY gamesPlayedChanged FINAL)
+    Q_PROPERTY(int gamesWon READ gamesWon NOTIFY gamesWonChanged FINAL)
+    Q_PROPERTY(int gamesLost READ gamesLost NOTIFY gamesLostChanged FINAL)
     // The folder that keeps the game, the preferences and the statistics, as the privacy
     // policy names it ("~/.local/share/zelvaine").
     Q_PROPERTY(QString dataFolder READ dataFolder CONSTANT FINAL)
@@ -46,10 +48,12 @@ public:
     bool winnableDealsOnly() const { return preferences_.winnableDealsOnly(); }
     bool showSettings() const { return preferences_.showSettings(); }
     void setShowSettings(bool value) { preferences_.setShowSettings(value); }
-    QVariant highScore() const;
-    qint64 gamesPlayed() const { return preferences_.gamesPlayed(); }
-    qint64 gamesWon() const { return preferences_.gamesWon(); }
-    qint64 gamesLost() const { return preferences_.gamesLost(); }
+    bool hasHighScore() const { return preferences_.highScore().has_value(); }
+    int highScore() const { return static_cast<int>(preferences_.highScore().value_or(0)); }
+    // As QML's plain numbers: no player reaches two thousand million games.
+    int gamesPlayed() const { return static_cast<int>(preferences_.gamesPlayed()); }
+    int gamesWon() const { return static_cast<int>(preferences_.gamesWon()); }
+    int gamesLost() const { return static_cast<int>(preferences_.gamesLost()); }
     static QString dataFolder();
 
     void setShowsHint(bool value) { preferences_.setShowsHint(value); }

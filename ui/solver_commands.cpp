@@ -40,10 +40,10 @@ SolverCommands::SolverCommands(GameStore& store, GamePreferences* preferences,
         QMetaObject::invokeMethod(
             this,
             [this, generation = answer.generation, verdict = answer.result.verdict] {
-                if (generation != liveGeneration_ || liveVerdict_ == -1) return;
-                setLiveVerdict(verdict == solver::Verdict::winnable     ? 1
-                               : verdict == solver::Verdict::unwinnable ? 2
-                                                                        : 3);
+                if (generation != liveGeneration_ || liveVerdict_ == Verdict::Off) return;
+                setLiveVerdict(verdict == solver::Verdict::winnable     ? Verdict::Winnable
+                               : verdict == solver::Verdict::unwinnable ? Verdict::Lost
+                                                                        : Verdict::Undecided);
             },
             Qt::QueuedConnection);
     });
@@ -105,25 +105,25 @@ void SolverCommands::followPreferences()
             store_.dealerHasDeal();
         }
     }
-    if (preferences_->showsWinnability() != (liveVerdict_ != -1)) {
+    if (preferences_->showsWinnability() != (liveVerdict_ != Verdict::Off)) {
         if (preferences_->showsWinnability()) {
-            setLiveVerdict(0);
+            setLiveVerdict(Verdict::Checking);
             solveTableLive();
         } else {
             live_->cancel();
-            setLiveVerdict(-1);
+            setLiveVerdict(Verdict::Off);
         }
     }
 }
 
 void SolverCommands::solveTableLive()
 {
-    if (liveVerdict_ == -1 || quitting_) return;
-    setLiveVerdict(0);
+    if (liveVerdict_ == Verdict::Off || quitting_) return;
+    setLiveVerdict(Verdict::Checking);
     liveGeneration_ = live_->request(store_.state());
 }
 
-void SolverCommands::setLiveVerdict(int verdict)
+void SolverCommands::setLiveVerdict(Verdict verdict)
 {
     if (liveVerdict_ == verdict) return;
     liveVerdict_ = verdict;
@@ -139,9 +139,9 @@ void SolverCommands::setRunning(Command command)
 
 void SolverCommands::cancel()
 {
-    if (running_ == Command::none) return;
+    if (running_ == Command::None) return;
     service_->cancel();
-    setRunning(Command::none);
+    setRunning(Command::None);
 }
 
 void SolverCommands::start(Command command)
@@ -149,7 +149,7 @@ void SolverCommands::start(Command command)
     cancel();
     if (quitting_) return;
     setRunning(command);
-    if (command == Command::undoToWinnable) {
+    if (command == Command::UndoToWinnable) {
         std::vector<GameState> line = store_.history();
         line.push_back(store_.state());
         generation_ = service_->requestLastWinnable(std::move(line));
@@ -160,24 +160,24 @@ void SolverCommands::start(Command command)
 
 void SolverCommands::onAnswer(std::uint64_t generation, const solver::WinnabilityService::Answer& answer)
 {
-    if (running_ == Command::none || generation != generation_ || !service_->isCurrent(generation)) return;
+    if (running_ == Command::None || generation != generation_ || !service_->isCurrent(generation)) return;
     const solver::SolveResult& result = answer.result;
     switch (running_) {
-    case Command::canBeWon:
+    case Command::CheckWinnability:
         finish(verdictText(result.verdict));
         return;
-    case Command::winningMove:
+    case Command::WinningMove:
         if (result.verdict == solver::Verdict::winnable && !result.moves.empty()) {
-            setRunning(Command::none);
+            setRunning(Command::None);
             store_.showMoveHint(result.moves.front().source, result.moves.front().destination);
         } else {
             finish(verdictText(result.verdict));
         }
         return;
-    case Command::undoToWinnable:
+    case Command::UndoToWinnable:
         if (answer.search) undoToLastWinnable(*answer.search);
         return;
-    case Command::none:
+    case Command::None:
         return;
     }
 }
@@ -207,7 +207,7 @@ void SolverCommands::undoToLastWinnable(const solver::LastWinnableAnswer& search
 
 void SolverCommands::finish(std::string notice)
 {
-    setRunning(Command::none);
+    setRunning(Command::None);
     store_.showNotice(std::move(notice));
 }
 

@@ -25,14 +25,16 @@ class SolverCommands : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the application around its store")
-    // The command at work: -1 none, else canBeWon, undoToWinnable, winningMove in that order.
-    Q_PROPERTY(int running READ running NOTIFY runningChanged FINAL)
-    // The toolbar's verdict on the table while the player asks for it: -1 off, 0 checking, 1 can
-    // be won, 2 lost, 3 undecided.
-    Q_PROPERTY(int liveVerdict READ liveVerdict NOTIFY liveVerdictChanged FINAL)
+    // The command at work.
+    Q_PROPERTY(Command running READ running NOTIFY runningChanged FINAL)
+    // The toolbar's verdict on the table while the player asks for it.
+    Q_PROPERTY(Verdict liveVerdict READ liveVerdict NOTIFY liveVerdictChanged FINAL)
 
 public:
-    enum class Command : std::int8_t { none = -1, canBeWon, undoToWinnable, winningMove };
+    enum class Command { None, CheckWinnability, UndoToWinnable, WinningMove };
+    Q_ENUM(Command)
+    enum class Verdict { Off, Checking, Winnable, Lost, Undecided };
+    Q_ENUM(Verdict)
 
     // With preferences, the live verdict and the winnable deals follow the player's choices.
     // Without `solve`, the solver with its normal budgets; tests put a scripted search in its place.
@@ -40,12 +42,12 @@ public:
                             solver::WinnabilityService::SolveFunction solve = {}, QObject* parent = nullptr);
     ~SolverCommands() override;
 
-    int running() const { return static_cast<int>(running_); }
-    int liveVerdict() const { return liveVerdict_; }
+    Command running() const { return running_; }
+    Verdict liveVerdict() const { return liveVerdict_; }
 
-    Q_INVOKABLE void checkWinnability() { start(Command::canBeWon); }
-    Q_INVOKABLE void undoToLastWinnablePosition() { start(Command::undoToWinnable); }
-    Q_INVOKABLE void showWinningMove() { start(Command::winningMove); }
+    Q_INVOKABLE void checkWinnability() { start(Command::CheckWinnability); }
+    Q_INVOKABLE void undoToLastWinnablePosition() { start(Command::UndoToWinnable); }
+    Q_INVOKABLE void showWinningMove() { start(Command::WinningMove); }
     Q_INVOKABLE void cancel();
     // The game is quitting: every solve stops now rather than when this object goes, after the
     // window, and none starts again.
@@ -63,16 +65,16 @@ private:
     void finish(std::string notice);
     void followPreferences();
     void solveTableLive();
-    void setLiveVerdict(int verdict);
+    void setLiveVerdict(Verdict verdict);
 
     GameStore& store_;
     GamePreferences* preferences_;
     solver::WinnabilityService::SolveFunction solve_;
     Observable<GameStoreProperty>::Token token_;
     Observable<GamePreferencesProperty>::Token preferencesToken_ = 0;
-    int liveVerdict_ = -1;
+    Verdict liveVerdict_ = Verdict::Off;
     std::uint64_t liveGeneration_ = 0;
-    Command running_ = Command::none;
+    Command running_ = Command::None;
     std::uint64_t generation_ = 0;
     bool quitting_ = false;
     // Set while the command itself changes the position, which must not abandon it.

@@ -1,5 +1,6 @@
 #include "ui/tableau_card_canvas.hpp"
 
+#include "ui/blocked_nudge.hpp"
 #include "ui/card_sprite_geometry.hpp"
 #include "ui/card_sprites.hpp"
 
@@ -56,7 +57,36 @@ private:
 
 } // namespace
 
-TableauCardCanvas::TableauCardCanvas(QQuickItem* parent) : QQuickItem(parent) { setFlag(ItemHasContents, true); }
+TableauCardCanvas::TableauCardCanvas(QQuickItem* parent) : QQuickItem(parent)
+{
+    setFlag(ItemHasContents, true);
+    nudgeMotion_.setEasingCurve(QEasingCurve::InOutQuad);
+    connect(&nudgeMotion_, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant& value) { assign(nudgeOffset_, value.toDouble()); });
+    connect(&nudgeMotion_, &QVariantAnimation::finished, this, [this] { playNudgeStep(nudgeStep_ + 1); });
+}
+
+void TableauCardCanvas::nudge(int cardIndex)
+{
+    if (nudgedIndex_ >= 0 || cardIndex < 0) return;
+    assign(nudgedIndex_, cardIndex);
+    playNudgeStep(0);
+}
+
+void TableauCardCanvas::playNudgeStep(std::size_t step)
+{
+    const auto steps = blockedNudgeSteps(cardWidth_);
+    if (step >= steps.size()) {
+        assign(nudgedIndex_, -1);
+        assign(nudgeOffset_, 0.0);
+        return;
+    }
+    nudgeStep_ = step;
+    nudgeMotion_.setStartValue(nudgeOffset_);
+    nudgeMotion_.setEndValue(steps[step].offset);
+    nudgeMotion_.setDuration(static_cast<int>(std::lround(steps[step].seconds * 1000)));
+    nudgeMotion_.start();
+}
 
 void TableauCardCanvas::itemChange(ItemChange change, const ItemChangeData& value)
 {

@@ -4,6 +4,7 @@
 
 #include <QQuickItem>
 #include <QStringList>
+#include <QVariantAnimation>
 #include <QtQml/qqmlregistration.h>
 
 namespace zelvaine {
@@ -27,9 +28,10 @@ class TableauCardCanvas : public QQuickItem {
     Q_PROPERTY(bool shadows READ shadows WRITE setShadows NOTIFY appearanceChanged FINAL)
     Q_PROPERTY(bool topBand READ topBand WRITE setTopBand NOTIFY appearanceChanged FINAL)
     Q_PROPERTY(bool selectionBorder READ selectionBorder WRITE setSelectionBorder NOTIFY appearanceChanged FINAL)
-    // A blocked card's shake: that card is drawn on top of the column, moved sideways.
-    Q_PROPERTY(int nudgedIndex READ nudgedIndex WRITE setNudgedIndex NOTIFY appearanceChanged FINAL)
-    Q_PROPERTY(double nudgeOffset READ nudgeOffset WRITE setNudgeOffset NOTIFY appearanceChanged FINAL)
+    // A blocked card's shake: that card is drawn on top of the column, moved sideways; -1 and 0
+    // while nothing shakes.
+    Q_PROPERTY(int nudgedIndex READ nudgedIndex NOTIFY appearanceChanged FINAL)
+    Q_PROPERTY(double nudgeOffset READ nudgeOffset NOTIFY appearanceChanged FINAL)
 
 public:
     explicit TableauCardCanvas(QQuickItem* parent = nullptr);
@@ -49,9 +51,10 @@ public:
     bool selectionBorder() const { return style_.selectionBorder; }
     void setSelectionBorder(bool on) { assign(style_.selectionBorder, on); }
     int nudgedIndex() const { return nudgedIndex_; }
-    void setNudgedIndex(int index) { assign(nudgedIndex_, index); }
     double nudgeOffset() const { return nudgeOffset_; }
-    void setNudgeOffset(double offset) { assign(nudgeOffset_, offset); }
+    // Shakes a blocked card that the player tried to drag; a shake already playing is not
+    // restarted.
+    Q_INVOKABLE void nudge(int cardIndex);
 
 signals:
     void appearanceChanged();
@@ -75,8 +78,12 @@ private:
     double offset_ = 0;
     int hiddenFrom_ = -1;
     CardSpriteStyle style_;
+    void playNudgeStep(std::size_t step);
+
     int nudgedIndex_ = -1;
     double nudgeOffset_ = 0;
+    std::size_t nudgeStep_ = 0;
+    QVariantAnimation nudgeMotion_;
 };
 
 } // namespace zelvaine

@@ -13,6 +13,8 @@
 #include <memory>
 
 Q_IMPORT_QML_PLUGIN(ZelvaineShellPlugin)
+// The shell's module imports the board's, whose views its window puts together.
+Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
 
 namespace zelvaine {
 namespace {

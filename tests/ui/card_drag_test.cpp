@@ -223,6 +223,14 @@ TEST_F(CardDrag, BlockedCardsAndStrayEndsStartNothing)
     EXPECT_EQ(session.activeDrag()->originPreviewCenter, (Point{10, 20}));
 }
 
+TEST(DragStart, APressBecomesADragAtSixPointsInAnyDirection)
+{
+    EXPECT_FALSE(isDragDistance({10, 10}, {15.9, 10}));
+    EXPECT_TRUE(isDragDistance({10, 10}, {16, 10}));
+    EXPECT_FALSE(isDragDistance({10, 10}, {13, 14.9})); // 5.98 along the diagonal
+    EXPECT_TRUE(isDragDistance({10, 10}, {6.4, 5.2}));  // 6 up and to the left
+}
+
 TEST(BlockedNudge, AmplitudeIsBoundedAndTheShakeEndsAtRest)
 {
     EXPECT_DOUBLE_EQ(nudgeAmplitude(20), 4);

@@ -267,7 +267,7 @@ TEST_F(GameViewTest, AMoveRebuildsOnlyTheColumnsItTouches)
 TEST_F(GameViewTest, TheKeyboardPlaysToo)
 {
     QTest::keyClick(window.get(), Qt::Key_Right); // shows the focus on column 1's lowest card
-    EXPECT_EQ(board->focusRow(), 1);
+    EXPECT_EQ(board->focusKind(), Place::Kind::Column);
     EXPECT_EQ(board->focusIndex(), 0);
     EXPECT_EQ(board->focusCardIndex(), 9);
     QTest::keyClick(window.get(), Qt::Key_Return);
@@ -280,15 +280,15 @@ TEST_F(GameViewTest, TheKeyboardPlaysToo)
     QTest::keyClick(window.get(), Qt::Key_Down); // onto the card just played
     EXPECT_EQ(board->focusCardIndex(), 10);
     QTest::keyClick(window.get(), Qt::Key_Down); // the lowest card: a wide window has no hand below
-    EXPECT_EQ(board->focusRow(), 1);
+    EXPECT_EQ(board->focusKind(), Place::Kind::Column);
     for (int i = 0; i < 5; ++i) QTest::keyClick(window.get(), Qt::Key_Left); // to the hand panel at the left
-    EXPECT_EQ(board->focusRow(), 2);
+    EXPECT_EQ(board->focusKind(), Place::Kind::Hand);
     EXPECT_EQ(board->focusIndex(), 1);
     QTest::keyClick(window.get(), Qt::Key_Return);
     EXPECT_EQ(store->selection(), MoveSource::hand(1));
     QTest::keyClick(window.get(), Qt::Key_Escape);
     EXPECT_FALSE(store->selection());
-    EXPECT_EQ(board->focusRow(), -1);
+    EXPECT_EQ(board->focusKind(), Place::Kind::None);
 }
 
 // Menus live in the window's overlay, beside the board.
@@ -409,14 +409,14 @@ TEST_F(GameViewTest, TheFinishIsOfferedOnceAndPlaysItself)
     open(kingsLeft(), QSize(1600, 1000), true);
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 0), MoveDestination::foundation(0)));
     QCoreApplication::processEvents(); // the board reacts once the move is over
-    EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::autoComplete));
-    EXPECT_EQ(board->confirmationTexts()["title"].toString(), "Finish automatically?");
+    EXPECT_EQ(board->confirmation(), Confirmation::Kind::AutoComplete);
+    EXPECT_EQ(board->confirmationTitle(), "Finish automatically?");
 
     // Declined: not asked again while the deal goes on.
     board->dismissConfirmation();
     ASSERT_TRUE(store->move(MoveSource::tableau(1, 0), MoveDestination::foundation(1)));
     QCoreApplication::processEvents();
-    EXPECT_EQ(board->confirmation(), -1);
+    EXPECT_EQ(board->confirmation(), Confirmation::Kind::None);
 
     // Back at the start the offer is fresh again.
     store->undo();
@@ -424,7 +424,7 @@ TEST_F(GameViewTest, TheFinishIsOfferedOnceAndPlaysItself)
     ASSERT_EQ(store->state().moveCount, 0);
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 0), MoveDestination::foundation(0)));
     QCoreApplication::processEvents();
-    ASSERT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::autoComplete));
+    ASSERT_EQ(board->confirmation(), Confirmation::Kind::AutoComplete);
     // The offer's acceptance is saved; the eight flying cards are saved once, at the end.
     board->confirm();
     EXPECT_TRUE(board->autoCompleting());
@@ -491,7 +491,7 @@ TEST_F(GameViewTest, SharingAndOpeningAGame)
     ASSERT_TRUE(board->exportGame(QUrl::fromLocalFile(QString::fromStdString(file.string()))));
 
     board->openGame(QUrl::fromLocalFile(QString::fromStdString(file.string())));
-    ASSERT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::openSharedGame));
+    ASSERT_EQ(board->confirmation(), Confirmation::Kind::OpenSharedGame);
     board->confirm();
     EXPECT_TRUE(store->challenge().wasImported);
     EXPECT_EQ(store->state().moveCount, 1);
@@ -532,7 +532,7 @@ TEST_F(GameViewTest, AnOpenedGameIsJudgedWithItsOwnRecord)
     };
     auto openShared = [&] {
         board->openGame(QUrl::fromLocalFile(QString::fromStdString(file.string())));
-        ASSERT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::openSharedGame))
+        ASSERT_EQ(board->confirmation(), Confirmation::Kind::OpenSharedGame)
             << board->message().toStdString();
         board->confirm();
         QCoreApplication::processEvents();
@@ -549,7 +549,7 @@ TEST_F(GameViewTest, AnOpenedGameIsJudgedWithItsOwnRecord)
     // A shared game that can finish by itself is offered the finish as soon as it is open.
     share(1);
     openShared();
-    EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::autoComplete));
+    EXPECT_EQ(board->confirmation(), Confirmation::Kind::AutoComplete);
     std::filesystem::remove(file);
 }
 
@@ -579,8 +579,8 @@ TEST_F(GameViewTest, AFileThatCannotBeOpenedSaysWhyAndChangesNothing)
         store->clearMessage();
         board->openGamePath(file);
         EXPECT_EQ(board->message().toStdString(), notice) << file.toStdString();
-        EXPECT_EQ(board->messageKind(), 2);
-        EXPECT_EQ(board->confirmation(), -1);
+        EXPECT_EQ(board->messageKind(), Message::Kind::Notice);
+        EXPECT_EQ(board->confirmation(), Confirmation::Kind::None);
         EXPECT_EQ(store->state(), before);
     }
 
@@ -591,12 +591,12 @@ TEST_F(GameViewTest, AFileThatCannotBeOpenedSaysWhyAndChangesNothing)
         store->clearMessage();
         board->openGamePath(file);
         EXPECT_EQ(board->message().toStdString(), notice) << file.toStdString();
-        EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::newGame));
+        EXPECT_EQ(board->confirmation(), Confirmation::Kind::NewGame);
     }
     ASSERT_TRUE(board->exportGame(QUrl::fromLocalFile(path("good.zelvaine"))));
     store->clearMessage();
     board->openGamePath(path("good.zelvaine"));
-    EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::newGame));
+    EXPECT_EQ(board->confirmation(), Confirmation::Kind::NewGame);
     EXPECT_TRUE(board->message().isEmpty());
     board->dismissConfirmation();
 
@@ -605,11 +605,11 @@ TEST_F(GameViewTest, AFileThatCannotBeOpenedSaysWhyAndChangesNothing)
     std::filesystem::copy_file(dir / "good.zelvaine", dir / "GOOD.Zelvaine");
     for (const char* ignored : {"game.json", "good.zelvaine.bak", "zelvaine"}) {
         board->openGamePath(path(ignored));
-        EXPECT_EQ(board->confirmation(), -1) << ignored;
+        EXPECT_EQ(board->confirmation(), Confirmation::Kind::None) << ignored;
         EXPECT_TRUE(board->message().isEmpty()) << ignored;
     }
     board->openGamePath(QUrl::fromLocalFile(path("GOOD.Zelvaine")).toString());
-    EXPECT_EQ(board->confirmation(), static_cast<int>(GameConfirmation::openSharedGame));
+    EXPECT_EQ(board->confirmation(), Confirmation::Kind::OpenSharedGame);
     std::filesystem::remove_all(dir);
 }
 
@@ -657,7 +657,7 @@ TEST_F(GameViewTest, SharingSaysWhereTheGameWentOrWhyNot)
         store->clearMessage();
         EXPECT_FALSE(board->exportGame(folderOf(file))) << file;
         EXPECT_TRUE(board->message().contains(why)) << board->message().toStdString();
-        EXPECT_EQ(board->messageKind(), 2);
+        EXPECT_EQ(board->messageKind(), Message::Kind::Notice);
         EXPECT_FALSE(std::filesystem::exists(file));
     }
     // A path typed into the panel arrives without a scheme, and is named as typed.
@@ -707,7 +707,7 @@ TEST_F(GameViewTest, WithMoveMessagesOffRefusalsAreSilentButHintsShow)
     // A refusal, shown while the player wants them.
     const auto refuseADrop = [this] { dragBetween(centreOf("hand-0"), centreOf("tableau-5-4")); };
     refuseADrop();
-    ASSERT_EQ(board->messageKind(), 1);
+    ASSERT_EQ(board->messageKind(), Message::Kind::MoveFeedback);
     EXPECT_FALSE(toast->property("shown").toString().isEmpty());
 
     preferences.setShowsMoveMessages(false);
@@ -718,7 +718,7 @@ TEST_F(GameViewTest, WithMoveMessagesOffRefusalsAreSilentButHintsShow)
     EXPECT_TRUE(QTest::qWaitFor([this] { return board->message().isEmpty(); }, 1000)) << "cleared from the store at once";
 
     click("hintButton");
-    EXPECT_EQ(board->messageKind(), 0);
+    EXPECT_EQ(board->messageKind(), Message::Kind::Hint);
     EXPECT_EQ(toast->property("shown").toString(), board->message());
     EXPECT_FALSE(board->message().isEmpty());
 }
@@ -783,7 +783,7 @@ TEST_F(GameViewTest, ADropOnNothingExplainsAndSpringsBack)
     EXPECT_TRUE(drag()->active()) << "the preview stays while it springs back";
     // A drag on another card meanwhile does nothing.
     dragBetween(centreOf("hand-1"), centreOf("hand-1") + QPointF(40, 0));
-    EXPECT_EQ(drag()->sourceKind(), 1);
+    EXPECT_EQ(drag()->sourceKind(), Place::Kind::Hand);
     EXPECT_EQ(drag()->sourceIndex(), 0);
     ASSERT_TRUE(QTest::qWaitFor([this] { return !drag()->active(); }, 2000));
     // Home again, over the slot it came from.
@@ -800,15 +800,15 @@ TEST_F(GameViewTest, AShortDragIsATapAndABlockedCardShakes)
     EXPECT_EQ(store->selection(), MoveSource::hand(0));
 
     // A drag on a blocked card moves nothing and shakes it once; a second drag meanwhile is ignored.
-    QQuickItem* column = item("column-9");
+    QQuickItem* column = item("cards-9");
     const QPointF blocked = centreOf("tableau-9-0", 6);
     dragBetween(blocked, blocked + QPointF(60, 80));
-    EXPECT_EQ(column->property("blockedCardIndex").toInt(), 0);
+    EXPECT_EQ(column->property("nudgedIndex").toInt(), 0);
     QTest::qWait(100);
     dragBetween(centreOf("tableau-9-1", 6), centreOf("tableau-9-1", 6) + QPointF(60, 80));
-    EXPECT_EQ(column->property("blockedCardIndex").toInt(), 0);
-    EXPECT_TRUE(QTest::qWaitFor([column] { return column->property("blockedCardIndex").toInt() == -1; }, 2000));
-    EXPECT_EQ(column->property("blockedCardOffset").toDouble(), 0);
+    EXPECT_EQ(column->property("nudgedIndex").toInt(), 0);
+    EXPECT_TRUE(QTest::qWaitFor([column] { return column->property("nudgedIndex").toInt() == -1; }, 2000));
+    EXPECT_EQ(column->property("nudgeOffset").toDouble(), 0);
     EXPECT_EQ(store->state().moveCount, 0);
     EXPECT_FALSE(drag()->active());
 }
@@ -841,7 +841,7 @@ TEST_F(GameViewTest, ConfirmationsAreAskedOverTheBoard)
     QTest::qWait(50);
     EXPECT_EQ(store->state().moveCount, 0);
     EXPECT_TRUE(store->challenge().usedRestart);
-    EXPECT_EQ(board->confirmation(), -1);
+    EXPECT_EQ(board->confirmation(), Confirmation::Kind::None);
 
     // The keyboard answers too: Escape keeps the game, Return takes the highlighted answer,
     // and the next click reaches the board.
@@ -851,13 +851,13 @@ TEST_F(GameViewTest, ConfirmationsAreAskedOverTheBoard)
     QTest::qWait(100);
     QTest::keyClick(window.get(), Qt::Key_Escape);
     QTest::qWait(50);
-    EXPECT_EQ(board->confirmation(), -1);
+    EXPECT_EQ(board->confirmation(), Confirmation::Kind::None);
     EXPECT_EQ(store->state().moveCount, 1);
     board->requestRestart();
     QTest::qWait(100);
     QTest::keyClick(window.get(), Qt::Key_Return);
     QTest::qWait(50);
-    EXPECT_EQ(board->confirmation(), -1);
+    EXPECT_EQ(board->confirmation(), Confirmation::Kind::None);
     EXPECT_EQ(store->state().moveCount, 0);
     click("tableau-0-9");
     EXPECT_EQ(store->selection(), MoveSource::tableau(0, 9));

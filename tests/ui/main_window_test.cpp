@@ -28,6 +28,7 @@
 #include <thread>
 
 Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
+Q_IMPORT_QML_PLUGIN(ZelvaineShellPlugin)
 
 namespace zelvaine {
 namespace {
@@ -47,7 +48,7 @@ protected:
                                       {"preferences", QVariant::fromValue(&preferencesModel)},
                                       {"solver", QVariant::fromValue(solver.get())},
                                       {"updater", QVariant::fromValue(static_cast<QObject*>(updater))}});
-        engine->load(QUrl(QStringLiteral("qrc:/Zelvaine/qml/Main.qml")));
+        engine->load(QUrl(QStringLiteral("qrc:/ZelvaineShell/qml/Main.qml")));
         ASSERT_FALSE(engine->rootObjects().isEmpty());
         window = qobject_cast<QQuickWindow*>(engine->rootObjects().first());
         ASSERT_TRUE(window);
@@ -304,24 +305,24 @@ TEST_F(MainWindowTest, SolverCommandsShowTheyAreWorkingAndAnswerInANotice)
     const QString title = command("canBeWonMenuItem")->property("text").toString();
     EXPECT_FALSE(enabled("undoToWinnableMenuItem")) << "no history yet";
     press(QKeySequence("Ctrl+Shift+C"));
-    EXPECT_EQ(solver->running(), 0);
+    EXPECT_EQ(solver->running(), SolverCommands::Command::CheckWinnability);
     EXPECT_NE(command("canBeWonMenuItem")->property("text").toString(), title);
     EXPECT_TRUE(enabled("canBeWonMenuItem"));
     EXPECT_FALSE(enabled("winningMoveMenuItem"));
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
-    EXPECT_EQ(solver->running(), -1);
+    EXPECT_EQ(solver->running(), SolverCommands::Command::None);
     EXPECT_EQ(command("canBeWonMenuItem")->property("text").toString(), title);
     EXPECT_TRUE(enabled("undoToWinnableMenuItem"));
 
     // Chosen again while it works, the command stops the search.
     press(QKeySequence("Ctrl+Shift+C"));
-    EXPECT_EQ(solver->running(), 0);
+    EXPECT_EQ(solver->running(), SolverCommands::Command::CheckWinnability);
     press(QKeySequence("Ctrl+Shift+C"));
-    EXPECT_EQ(solver->running(), -1);
+    EXPECT_EQ(solver->running(), SolverCommands::Command::None);
 
     endless = false;
     press(QKeySequence("Ctrl+Shift+C"));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return solver->running() == -1; }, 120000));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return solver->running() == SolverCommands::Command::None; }, 120000));
     EXPECT_EQ(store->messageKind(), GameMessageKind::notice);
     EXPECT_EQ(store->message(), "This deal can no longer be won.");
 }
@@ -337,7 +338,7 @@ TEST_F(MainWindowTest, TheWinnabilityIndicatorFollowsItsPreference)
     EXPECT_FALSE(indicator->isVisible());
     preferences.setShowsWinnability(true);
     EXPECT_TRUE(indicator->isVisible());
-    ASSERT_TRUE(QTest::qWaitFor([this] { return solver->liveVerdict() == 1; }, 120000));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return solver->liveVerdict() == SolverCommands::Verdict::Winnable; }, 120000));
     EXPECT_EQ(indicator->property("text").toString(), "Can be won");
     EXPECT_EQ(indicator->property("accessibleName").toString(), "Winnability: Can be won");
     QTest::qWait(100);

@@ -49,7 +49,7 @@ protected:
     // Waits for the running command to end; the limit only keeps a broken build from hanging.
     bool finishes() const
     {
-        return QTest::qWaitFor([this] { return commands->running() == -1; }, 120000);
+        return QTest::qWaitFor([this] { return commands->running() == SolverCommands::Command::None; }, 120000);
     }
     std::string notice() const { return store->message().value_or(""); }
 
@@ -65,7 +65,7 @@ TEST_F(SolverCommandsTest, ALostDealIsToldSoAndHasNoWinnablePositionToGoBackTo)
     const GameState deal = lostDeal();
     open(deal);
     commands->checkWinnability();
-    EXPECT_EQ(commands->running(), 0);
+    EXPECT_EQ(commands->running(), SolverCommands::Command::CheckWinnability);
     ASSERT_TRUE(finishes());
     EXPECT_EQ(notice(), "This deal can no longer be won.");
     EXPECT_EQ(store->messageKind(), GameMessageKind::notice);
@@ -109,7 +109,7 @@ TEST_F(SolverCommandsTest, UndoToTheLastWinnablePositionStopsWhereTheDealWasLost
     EXPECT_EQ(notice(), "This deal can no longer be won.");
 
     commands->undoToLastWinnablePosition();
-    EXPECT_EQ(commands->running(), 1);
+    EXPECT_EQ(commands->running(), SolverCommands::Command::UndoToWinnable);
     ASSERT_TRUE(finishes());
     EXPECT_EQ(verdictOf(store->state()), Verdict::winnable);
     EXPECT_EQ(notice(), "The deal was lost at move " + std::to_string(store->state().moveCount + 1) + ".");
@@ -150,10 +150,10 @@ TEST_F(SolverCommandsTest, AMoveOrUndoAbandonsTheCommandAndItsAnswer)
     open(testing::knownDeal());
     commands->checkWinnability();
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
-    EXPECT_EQ(commands->running(), -1);
+    EXPECT_EQ(commands->running(), SolverCommands::Command::None);
     commands->showWinningMove();
     store->undo();
-    EXPECT_EQ(commands->running(), -1);
+    EXPECT_EQ(commands->running(), SolverCommands::Command::None);
     // No late answer turns up in place of the player's own messages.
     QTest::qWait(200);
     EXPECT_FALSE(store->message());
@@ -169,17 +169,17 @@ TEST_F(SolverCommandsTest, OnceTheGameQuitsNothingIsSolved)
     preferences.setWinnableDealsOnly(true);
     commands->checkWinnability();
     commands->stopForQuit();
-    EXPECT_EQ(commands->running(), -1);
+    EXPECT_EQ(commands->running(), SolverCommands::Command::None);
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
     commands->showWinningMove();
-    EXPECT_EQ(commands->running(), -1);
+    EXPECT_EQ(commands->running(), SolverCommands::Command::None);
     // The plain shuffle deals without waiting for a proof.
     const GameState table = store->state();
     store->newGame();
     EXPECT_NE(store->state(), table);
     QTest::qWait(200);
     EXPECT_FALSE(store->message());
-    EXPECT_EQ(commands->liveVerdict(), 0);
+    EXPECT_EQ(commands->liveVerdict(), SolverCommands::Verdict::Checking);
 }
 
 // Moves and undos faster than the solver answers: the indicator ends on the table's own verdict,
@@ -188,9 +188,9 @@ TEST_F(SolverCommandsTest, TheLiveVerdictEndsOnThePositionOnTheTable)
 {
     SeededRandom random(4);
     open(dealNewGame(random));
-    EXPECT_EQ(commands->liveVerdict(), -1);
+    EXPECT_EQ(commands->liveVerdict(), SolverCommands::Verdict::Off);
     preferences.setShowsWinnability(true);
-    EXPECT_EQ(commands->liveVerdict(), 0);
+    EXPECT_EQ(commands->liveVerdict(), SolverCommands::Verdict::Checking);
     std::mt19937 choose(11);
     for (int round = 0; round < 6; ++round) {
         for (int i = 0; i < 8; ++i) {
@@ -198,22 +198,22 @@ TEST_F(SolverCommandsTest, TheLiveVerdictEndsOnThePositionOnTheTable)
             ASSERT_FALSE(moves.empty());
             const LegalMove& move = moves[choose() % moves.size()];
             ASSERT_TRUE(store->move(move.source, move.destination));
-            EXPECT_EQ(commands->liveVerdict(), 0);
+            EXPECT_EQ(commands->liveVerdict(), SolverCommands::Verdict::Checking);
         }
         for (int i = 0; i < 3; ++i) store->undo();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return commands->liveVerdict() != 0; }, 120000));
-        const int expected = [&] {
+        ASSERT_TRUE(QTest::qWaitFor([this] { return commands->liveVerdict() != SolverCommands::Verdict::Checking; }, 120000));
+        const auto expected = [&] {
             switch (verdictOf(store->state())) {
-            case Verdict::winnable: return 1;
-            case Verdict::unwinnable: return 2;
+            case Verdict::winnable: return SolverCommands::Verdict::Winnable;
+            case Verdict::unwinnable: return SolverCommands::Verdict::Lost;
             case Verdict::unknown: break;
             }
-            return 3;
+            return SolverCommands::Verdict::Undecided;
         }();
         EXPECT_EQ(commands->liveVerdict(), expected) << "round " << round;
     }
     preferences.setShowsWinnability(false);
-    EXPECT_EQ(commands->liveVerdict(), -1);
+    EXPECT_EQ(commands->liveVerdict(), SolverCommands::Verdict::Off);
 }
 
 TEST_F(SolverCommandsTest, WithWinnableDealsOnlyEveryNewGameIsProvenWinnable)

@@ -6,7 +6,7 @@ import Zelvaine
 Item {
     id: overlay
 
-    required property var drag
+    required property CardDragController drag
     // Off at once, with no fade, when the win panel takes over the table.
     property bool shown: true
 

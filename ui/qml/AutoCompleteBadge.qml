@@ -1,10 +1,11 @@
 import QtQuick
+import Zelvaine
 
 // Shown while the game finishes itself: the moves counting up, on a dark plate.
 Rectangle {
     id: badge
 
-    required property var board
+    required property GameBoard board
 
     visible: board.autoCompleting
     width: row.implicitWidth + 36

@@ -8,8 +8,8 @@ import Zelvaine
 RowLayout {
     id: toolbar
 
-    required property var board
-    required property var preferences
+    required property GameBoard board
+    required property PreferencesModel preferences
     property SolverCommands solver: null
     property bool isCompact: false
     // The buttons keep their titles while the toolbar has room for them, and show only their
@@ -54,13 +54,13 @@ RowLayout {
     }
     Row {
         objectName: "highScore"
-        visible: toolbar.preferences.highScore !== undefined
+        visible: toolbar.preferences.hasHighScore
         spacing: 3
         Layout.leftMargin: 10
         Accessible.role: Accessible.StaticText
         // Hidden until there is a best game; until then a screen reader should not find it.
         Accessible.ignored: !visible
-        Accessible.name: qsTr("High score: %n moves", "", toolbar.preferences.highScore === undefined ? 0 : toolbar.preferences.highScore)
+        Accessible.name: qsTr("High score: %n moves", "", toolbar.preferences.highScore)
         Image {
             source: "qrc:/icons/mdi/trophy.svg"
             sourceSize.width: 13
@@ -69,7 +69,7 @@ RowLayout {
             opacity: 0.82
         }
         Text {
-            text: toolbar.preferences.highScore === undefined ? "" : toolbar.preferences.highScore
+            text: toolbar.preferences.hasHighScore ? toolbar.preferences.highScore : ""
             font.pixelSize: 11
             font.weight: Font.DemiBold
             color: Qt.rgba(1, 0.84, 0.29, 0.82)
@@ -78,18 +78,17 @@ RowLayout {
     // Whether the table can still be won, while the player asks to see it.
     Text {
         objectName: "winnabilityIndicator"
-        // As SolverCommands.liveVerdict: -1 off, 0 checking, 1 can be won, 2 lost, 3 undecided.
-        readonly property int verdict: toolbar.solver !== null ? toolbar.solver.liveVerdict : -1
-        visible: verdict !== -1
+        readonly property int verdict: toolbar.solver !== null ? toolbar.solver.liveVerdict : SolverCommands.Verdict.Off
+        visible: verdict !== SolverCommands.Verdict.Off
         Layout.leftMargin: 14
-        text: verdict === 0 ? qsTr("Checking…")
-            : verdict === 1 ? qsTr("Can be won")
-            : verdict === 2 ? qsTr("Lost")
+        text: verdict === SolverCommands.Verdict.Checking ? qsTr("Checking…")
+            : verdict === SolverCommands.Verdict.Winnable ? qsTr("Can be won")
+            : verdict === SolverCommands.Verdict.Lost ? qsTr("Lost")
             : qsTr("Undecided")
         font.pixelSize: 11
         font.weight: Font.DemiBold
-        color: verdict === 1 ? Qt.rgba(0.55, 0.9, 0.6, 0.9)
-             : verdict === 2 ? Qt.rgba(1, 0.55, 0.5, 0.9)
+        color: verdict === SolverCommands.Verdict.Winnable ? Qt.rgba(0.55, 0.9, 0.6, 0.9)
+             : verdict === SolverCommands.Verdict.Lost ? Qt.rgba(1, 0.55, 0.5, 0.9)
              : Qt.rgba(1, 1, 1, 0.6)
         readonly property string accessibleName: qsTr("Winnability: %1").arg(text)
         Accessible.role: Accessible.StaticText
@@ -150,7 +149,7 @@ RowLayout {
                 objectName: "openGameItem"
                 text: qsTr("Open Game…")
                 icon.source: "qrc:/icons/mdi/folder-open-outline.svg"
-                enabled: toolbar.board.confirmation === -1
+                enabled: toolbar.board.confirmation === Confirmation.Kind.None
                 onTriggered: toolbar.board.isImportingGame = true
             }
         }

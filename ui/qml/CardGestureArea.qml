@@ -1,12 +1,13 @@
 import QtQuick
+import Zelvaine
 
 // The pointer on one card: a click is a tap, a right click asks for the card's menu, and a
-// press that travels 6 points becomes a drag of the card (or, on a blocked card, a nudge).
+// press that travels far enough becomes a drag of the card (or, on a blocked card, a nudge).
 MouseArea {
     id: area
 
-    required property var drag
-    // 0 a column's card, 1 a hand slot, 2 a foundation.
+    required property CardDragController drag
+    // A Place kind: a column's card, a hand slot or a foundation.
     required property int sourceKind
     required property int sourceIndex
     property int sourceCardIndex: 0
@@ -17,7 +18,6 @@ MouseArea {
     signal menuRequested()
     signal blockedDragStarted()
 
-    readonly property real startDistance: 6
     property point pressPoint
     property point lastPoint
     property bool dragging: false
@@ -39,7 +39,7 @@ MouseArea {
         if (!(mouse.buttons & Qt.LeftButton)) return;
         const point = boardPoint(mouse);
         lastPoint = point;
-        if (!dragging && Math.hypot(point.x - pressPoint.x, point.y - pressPoint.y) < startDistance) return;
+        if (!dragging && !drag.isDragDistance(pressPoint, point)) return;
         dragging = true;
         if (movable)
             drag.handleDragChanged(sourceKind, sourceIndex, sourceCardIndex, point, pressPoint, cardWidth);

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import Zelvaine
 
 // Qt 6.4's linter does not know DialogButtonBox's roles: the lines that name them say so.
 
@@ -7,16 +8,15 @@ import QtQuick.Controls
 GameDialog {
     id: dialog
 
-    required property var board
-    readonly property var texts: board.confirmation >= 0 ? board.confirmationTexts() : ({})
+    required property GameBoard board
 
     objectName: "confirmation"
     anchors.centerIn: parent
-    visible: board.confirmation >= 0
-    title: texts.title || ""
+    visible: board.confirmation !== Confirmation.Kind.None
+    title: board.confirmationTitle
 
     Label {
-        text: dialog.texts.message || ""
+        text: dialog.board.confirmationMessage
         wrapMode: Text.WordWrap
         width: Math.min(420, implicitWidth)
     }
@@ -24,14 +24,14 @@ GameDialog {
     footer: DialogButtonBox {
         Button {
             objectName: "confirmationCancel"
-            text: dialog.texts.cancel || ""
+            text: dialog.board.cancelText
             DialogButtonBox.buttonRole: DialogButtonBox.RejectRole // qmllint disable type
             Accessible.onPressAction: clicked()
         }
         Button {
             id: confirmButton
             objectName: "confirmationConfirm"
-            text: dialog.texts.confirm || ""
+            text: dialog.board.confirmText
             highlighted: true
             DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole // qmllint disable type
             Accessible.onPressAction: clicked()

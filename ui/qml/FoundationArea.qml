@@ -1,12 +1,13 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Zelvaine
 
 // The eight foundations in a row, each showing its top card.
 AreaPanel {
     id: area
 
-    required property var board
-    required property var drag
+    required property GameBoard board
+    required property CardDragController drag
     required property real cardWidth
 
     title: qsTr("FOUNDATIONS")
@@ -20,7 +21,7 @@ AreaPanel {
             delegate: PlaceSlot {
                 board: area.board
                 drag: area.drag
-                kind: 2
+                kind: Place.Kind.Foundation
                 width: area.cardWidth
                 height: area.cardWidth / 0.7
             }

@@ -8,8 +8,8 @@ import Zelvaine
 Item {
     id: view
 
-    required property var board
-    required property var preferences
+    required property GameBoard board
+    required property PreferencesModel preferences
     // The solver's live verdict for the toolbar, where the window has a solver.
     property SolverCommands solver: null
     // For the settings window: "1.0 (1)", and the update server the privacy policy names.
@@ -31,10 +31,10 @@ Item {
     // Keyboard play: arrows move the focus ring, Return or Space taps, Escape lets go.
     Keys.onPressed: event => {
         switch (event.key) {
-        case Qt.Key_Left: view.moveFocus(0); break;
-        case Qt.Key_Right: view.moveFocus(1); break;
-        case Qt.Key_Up: view.moveFocus(2); break;
-        case Qt.Key_Down: view.moveFocus(3); break;
+        case Qt.Key_Left: view.moveFocus(Focus.Direction.Left); break;
+        case Qt.Key_Right: view.moveFocus(Focus.Direction.Right); break;
+        case Qt.Key_Up: view.moveFocus(Focus.Direction.Up); break;
+        case Qt.Key_Down: view.moveFocus(Focus.Direction.Down); break;
         case Qt.Key_Return:
         case Qt.Key_Enter:
         case Qt.Key_Space: view.board.activateFocus(); break;
@@ -282,13 +282,15 @@ Item {
         target: view.board
         function onImportingChanged() {
             if (!view.board.isImportingGame) {
-                if (openDialog.item) openDialog.item.close();
+                const shown = openDialog.item as FileDialog;
+                if (shown) shown.close();
                 return;
             }
             openDialog.active = true;
-            if (openDialog.item) {
-                openDialog.item.currentFolder = view.board.gameFolder;
-                openDialog.item.open();
+            const picker = openDialog.item as FileDialog;
+            if (picker) {
+                picker.currentFolder = view.board.gameFolder;
+                picker.open();
             }
             else view.board.isImportingGame = false;
         }

@@ -1,12 +1,13 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Zelvaine
 
 // The four hand slots, in a row under the tableau or stacked in the side panel.
 AreaPanel {
     id: area
 
-    required property var board
-    required property var drag
+    required property GameBoard board
+    required property CardDragController drag
     required property real cardWidth
     property bool vertical: false
 
@@ -23,7 +24,7 @@ AreaPanel {
             delegate: PlaceSlot {
                 board: area.board
                 drag: area.drag
-                kind: 1
+                kind: Place.Kind.Hand
                 width: area.cardWidth
                 height: area.cardWidth / 0.7
             }

@@ -1,14 +1,15 @@
 import QtQuick
+import Zelvaine
 
-// The store's message for a few seconds: hints and notices always, refusals only when the
-// player wants move messages. A newer message starts its own four seconds.
+// The store's message on a plate for a few seconds; GameToast decides which and how long.
 Rectangle {
     id: toast
 
-    required property var board
-    required property var preferences
+    required property GameBoard board
+    required property PreferencesModel preferences
 
-    property string shown
+    // The text on show, as the toast's rules decide; empty while the toast is away.
+    readonly property string shown: policy.text
     // The text stays on the plate while the plate fades out, so that no empty plate is left.
     property string displayed
     // Hidden for an instant to be announced again: a screen reader speaks a notification as it
@@ -17,10 +18,15 @@ Rectangle {
 
     onShownChanged: if (shown.length > 0) displayed = shown
 
-    function announce() {
-        if (!visible) return;
-        reannouncing = true;
-        reannouncing = false;
+    GameToast {
+        id: policy
+        board: toast.board
+        preferences: toast.preferences
+        onArrived: {
+            if (!toast.visible) return;
+            toast.reannouncing = true;
+            toast.reannouncing = false;
+        }
     }
 
     objectName: "gameToast"
@@ -52,40 +58,5 @@ Rectangle {
         text: toast.displayed
         color: "white"
         font.pixelSize: 15
-    }
-
-    Timer {
-        id: expiry
-        interval: 4000
-        onTriggered: {
-            if (toast.board.message === toast.shown) {
-                toast.shown = "";
-                toast.board.clearMessage();
-            }
-        }
-    }
-    Connections {
-        target: toast.board
-        function onMessageChanged() {
-            expiry.stop();
-            const message = toast.board.message;
-            if (toast.board.messageKind === 1 && !toast.preferences.showsMoveMessages) {
-                toast.shown = "";
-                if (message.length > 0) {
-                    Qt.callLater(() => {
-                        if (!toast.preferences.showsMoveMessages && toast.board.messageKind === 1
-                                && toast.board.message === message)
-                            toast.board.clearMessage();
-                    });
-                }
-                return;
-            }
-            toast.shown = message;
-            if (message.length > 0) {
-                expiry.start();
-                // Once, however many of the store's properties the message changed.
-                Qt.callLater(toast.announce);
-            }
-        }
     }
 }

@@ -5,9 +5,9 @@ import Zelvaine
 Item {
     id: place
 
-    required property var board
-    required property var drag
-    // 1 a hand slot, 2 a foundation.
+    required property GameBoard board
+    required property CardDragController drag
+    // Place.Kind.Hand or Place.Kind.Foundation.
     required property int kind
     required property int index
     required property bool hasCard
@@ -16,21 +16,21 @@ Item {
     required property int pileSize
 
     readonly property bool isSelected: board.selectionKind === kind && board.selectionIndex === index
-    readonly property bool isTarget: (kind === 1 ? board.handTargets : board.foundationTargets)[index] === true
+    readonly property bool isTarget: (kind === Place.Kind.Hand ? board.handTargets : board.foundationTargets)[index] === true
     readonly property string accessibleValue: hasCard ? card.accessibleValue : ""
     readonly property string accessibleHint: qsTr("Tap to select, double tap to play an unambiguous move, or drag")
 
-    objectName: kind === 1 ? (hasCard ? "hand-" + index : "hand-empty-" + index) : "foundation-" + index
+    objectName: kind === Place.Kind.Hand ? (hasCard ? "hand-" + index : "hand-empty-" + index) : "foundation-" + index
 
     Accessible.role: Accessible.Button
-    Accessible.name: kind === 1 ? (hasCard ? name : qsTr("Empty hand slot %1").arg(index + 1))
+    Accessible.name: kind === Place.Kind.Hand ? (hasCard ? name : qsTr("Empty hand slot %1").arg(index + 1))
                                 : qsTr("Foundation %1").arg(index + 1)
-    Accessible.description: kind === 2 || hasCard ? accessibleHint : ""
+    Accessible.description: kind === Place.Kind.Foundation || hasCard ? accessibleHint : ""
     Accessible.selectable: hasCard
     Accessible.selected: isSelected
     Accessible.onPressAction: place.tap()
     Accessible.focusable: true
-    readonly property bool hasRing: board.focusRow === (kind === 1 ? 2 : 0) && board.focusIndex === index
+    readonly property bool hasRing: board.focusKind === kind && board.focusIndex === index
     Accessible.focused: hasRing
     onHasRingChanged: if (hasRing) AccessibleFocus.moveTo(place)
     Component.onCompleted: {
@@ -39,7 +39,7 @@ Item {
     }
 
     function tap() {
-        if (kind === 1) board.tapHand(index);
+        if (kind === Place.Kind.Hand) board.tapHand(index);
         else board.tapFoundation(index);
     }
 
@@ -47,7 +47,7 @@ Item {
         anchors.fill: parent
         visible: !place.hasCard
         highlighted: place.isTarget
-        symbol: place.kind === 2 ? "A" : ""
+        symbol: place.kind === Place.Kind.Foundation ? "A" : ""
     }
     CardView {
         id: card
@@ -56,11 +56,11 @@ Item {
         Accessible.ignored: true
         visible: place.hasCard
         // A hand card that is being dragged leaves its slot looking empty.
-        opacity: place.kind === 1 && place.drag.sourceKind === 1 && place.drag.sourceIndex === place.index ? 0 : 1
+        opacity: place.kind === Place.Kind.Hand && place.drag.sourceKind === Place.Kind.Hand && place.drag.sourceIndex === place.index ? 0 : 1
         face: place.face
         name: place.name
         isSelected: place.isSelected
-        showsTopEdgeShadow: place.kind === 2 && place.pileSize > 1
+        showsTopEdgeShadow: place.kind === Place.Kind.Foundation && place.pileSize > 1
     }
     DashedOutline {
         anchors.fill: parent
@@ -70,7 +70,7 @@ Item {
         color: Qt.rgba(1, 0.8, 0, 0.9)
     }
     Rectangle {
-        visible: place.board.focusRow === (place.kind === 1 ? 2 : 0) && place.board.focusIndex === place.index
+        visible: place.board.focusKind === place.kind && place.board.focusIndex === place.index
         anchors.fill: parent
         anchors.margins: -4
         radius: 8

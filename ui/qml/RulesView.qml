@@ -2,12 +2,13 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 import QtQuick.Window
+import Zelvaine
 
 // "How to Play": the rules in four sections and the controls, in a sheet over the game.
 Window {
     id: sheet
 
-    required property var board
+    required property GameBoard board
 
     objectName: "rulesWindow"
     title: qsTr("How to Play")
@@ -28,23 +29,21 @@ Window {
     }
     onVisibleChanged: if (visible) centreOverParent()
 
-    readonly property var sections: [
-        { title: qsTr("Set up & goal"), icon: "rules-crown",
-          text: qsTr("Two complete decks are dealt face-up into ten columns of ten cards. Four cards begin in your hand. Win by moving every suit from ace through king onto the eight foundations.") },
-        { title: qsTr("Build the columns"), icon: "rules-card-multiple",
-          text: qsTr("Place a card on the lowest card of another column only when it is one rank lower and the opposite color. A correctly descending, alternating-color string moves as one. Only a king—or a string beginning with a king—may fill an empty column.") },
-        { title: qsTr("Build the foundations"), icon: "rules-layers-triple",
-          text: qsTr("Begin each foundation with an ace, then build upward in the same suit: 2, 3, and so on through king. Only the lowest exposed card of a column, or one card from your hand, may move to a foundation. The top foundation card may move back to a legal column or a free hand space.") },
-        { title: qsTr("Use your hand"), icon: "rules-hand-back-right",
-          text: qsTr("Your hand holds at most four cards. Move the lowest card of any column or the top card of a foundation into a free hand space. A hand card may move to a legal column or foundation.") }
-    ]
-    readonly property var controls: [
-        { icon: "rules-gesture-tap", text: qsTr("Tap a movable card, then tap its destination.") },
-        { icon: "rules-gesture-swipe", text: qsTr("Or drag a card or valid string directly.") },
-        { icon: "rules-fast-forward", text: qsTr("Double-tap a movable card or string to play its only legal destination. Foundations are preferred.") },
-        { icon: "rules-lightbulb-outline", text: qsTr("Use Hint to highlight one available move.") },
-        { icon: "rules-restart", text: qsTr("Restart returns every card to the beginning of the current deal without reshuffling.") }
-    ]
+    ListModel {
+        id: sections
+        ListElement { title: qsTr("Set up & goal"); icon: "rules-crown"; text: qsTr("Two complete decks are dealt face-up into ten columns of ten cards. Four cards begin in your hand. Win by moving every suit from ace through king onto the eight foundations.") }
+        ListElement { title: qsTr("Build the columns"); icon: "rules-card-multiple"; text: qsTr("Place a card on the lowest card of another column only when it is one rank lower and the opposite color. A correctly descending, alternating-color string moves as one. Only a king—or a string beginning with a king—may fill an empty column.") }
+        ListElement { title: qsTr("Build the foundations"); icon: "rules-layers-triple"; text: qsTr("Begin each foundation with an ace, then build upward in the same suit: 2, 3, and so on through king. Only the lowest exposed card of a column, or one card from your hand, may move to a foundation. The top foundation card may move back to a legal column or a free hand space.") }
+        ListElement { title: qsTr("Use your hand"); icon: "rules-hand-back-right"; text: qsTr("Your hand holds at most four cards. Move the lowest card of any column or the top card of a foundation into a free hand space. A hand card may move to a legal column or foundation.") }
+    }
+    ListModel {
+        id: controls
+        ListElement { icon: "rules-gesture-tap"; text: qsTr("Tap a movable card, then tap its destination.") }
+        ListElement { icon: "rules-gesture-swipe"; text: qsTr("Or drag a card or valid string directly.") }
+        ListElement { icon: "rules-fast-forward"; text: qsTr("Double-tap a movable card or string to play its only legal destination. Foundations are preferred.") }
+        ListElement { icon: "rules-lightbulb-outline"; text: qsTr("Use Hint to highlight one available move.") }
+        ListElement { icon: "rules-restart"; text: qsTr("Restart returns every card to the beginning of the current deal without reshuffling.") }
+    }
 
     Shortcut {
         // qmllint disable unqualified
@@ -104,16 +103,18 @@ Window {
                     spacing: 22
 
                     Repeater {
-                        model: sheet.sections
+                        model: sections
                         RowLayout {
                             id: section
-                            required property var modelData
+                            required property string title
+                            required property string icon
+                            required property string text
                             Layout.fillWidth: true
                             spacing: 16
                             Image {
                                 Layout.alignment: Qt.AlignTop
                                 Layout.preferredWidth: 32
-                                source: "qrc:/icons/mdi/" + section.modelData.icon + ".svg"
+                                source: "qrc:/icons/mdi/" + section.icon + ".svg"
                                 sourceSize.width: 26
                                 sourceSize.height: 26
                                 fillMode: Image.Pad
@@ -123,7 +124,7 @@ Window {
                                 Layout.fillWidth: true
                                 spacing: 6
                                 Label {
-                                    text: section.modelData.title
+                                    text: section.title
                                     font.pixelSize: 20
                                     font.bold: true
                                     color: "white"
@@ -131,7 +132,7 @@ Window {
                                     wrapMode: Text.Wrap
                                 }
                                 Label {
-                                    text: section.modelData.text
+                                    text: section.text
                                     font.pixelSize: 15
                                     color: Qt.rgba(1, 1, 1, 0.76)
                                     Layout.fillWidth: true
@@ -152,21 +153,22 @@ Window {
                             color: "white"
                         }
                         Repeater {
-                            model: sheet.controls
+                            model: controls
                             RowLayout {
                                 id: control
-                                required property var modelData
+                                required property string icon
+                                required property string text
                                 Layout.fillWidth: true
                                 spacing: 10
                                 Image {
                                     Layout.alignment: Qt.AlignTop
-                                    source: "qrc:/icons/mdi/" + control.modelData.icon + ".svg"
+                                    source: "qrc:/icons/mdi/" + control.icon + ".svg"
                                     sourceSize.width: 18
                                     sourceSize.height: 18
                                     Accessible.ignored: true
                                 }
                                 Label {
-                                    text: control.modelData.text
+                                    text: control.text
                                     font.pixelSize: 15
                                     color: "white"
                                     Layout.fillWidth: true

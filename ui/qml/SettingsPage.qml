@@ -2,12 +2,13 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Zelvaine
 
 // The settings themselves: header, the four boxes, and the footer with links and version.
 Item {
     id: page
 
-    required property var preferences
+    required property PreferencesModel preferences
     property string versionText: "—"
     signal done()
     signal showPrivacy()
@@ -133,17 +134,21 @@ Item {
                             Accessible.name: qsTr("Hand Position")
                             Accessible.description: handPositionDetail.text
                             Repeater {
-                                model: [{ title: qsTr("Left"), right: false }, { title: qsTr("Right"), right: true }]
+                                model: ListModel {
+                                    ListElement { title: qsTr("Left"); rightSide: false }
+                                    ListElement { title: qsTr("Right"); rightSide: true }
+                                }
                                 Button {
-                                    required property var modelData
-                                    objectName: modelData.right ? "handRight" : "handLeft"
+                                    required property string title
+                                    required property bool rightSide
+                                    objectName: rightSide ? "handRight" : "handLeft"
                                     width: 85
-                                    text: modelData.title
+                                    text: title
                                     checkable: true
-                                    checked: page.preferences.handOnRight === modelData.right
+                                    checked: page.preferences.handOnRight === rightSide
                                     highlighted: checked
                                     Accessible.role: Accessible.PageTab
-                                    onClicked: page.preferences.handOnRight = modelData.right
+                                    onClicked: page.preferences.handOnRight = rightSide
                                     Accessible.onPressAction: clicked()
                                 }
                             }
@@ -224,7 +229,7 @@ Item {
                             title: qsTr("Best game")
                             icon: "star"
                             // Plain digits: a move count is not a quantity to group.
-                            value: page.preferences.highScore === undefined ? "—"
+                            value: !page.preferences.hasHighScore ? "—"
                                    : qsTr("%n moves", "", page.preferences.highScore)
                         }
                     }

@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Window
+import Zelvaine
 
 // Qt 6.4's linter does not know StandardKey: the line that names it says so.
 
@@ -10,7 +11,7 @@ import QtQuick.Window
 Window {
     id: settings
 
-    required property var preferences
+    required property PreferencesModel preferences
     // "1.0 (1)"; a dash when the build does not say.
     property string versionText: "—"
     // The update server, named by the privacy policy.

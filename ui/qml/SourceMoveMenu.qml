@@ -1,32 +1,33 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls
+import Zelvaine
 
 // The moves of one source by name. Foundation cards only go back to a column.
 // The id is not `menu`: inside a MenuItem that name is the item's own `menu` property.
 Menu {
     id: sourceMenu
 
-    required property var board
-    property int kind: 0
+    required property GameBoard board
+    property int kind: Place.Kind.Column
     property int index: 0
     property int cardIndex: 0
 
     MenuItem {
         objectName: "menuMoveToFoundation"
         text: qsTr("Move to Foundation")
-        visible: sourceMenu.kind !== 2
+        visible: sourceMenu.kind !== Place.Kind.Foundation
         height: visible ? implicitHeight : 0
-        enabled: sourceMenu.kind !== 2
+        enabled: sourceMenu.kind !== Place.Kind.Foundation
                  && sourceMenu.board.canMoveToAnyFoundation(sourceMenu.kind, sourceMenu.index, sourceMenu.cardIndex)
         onTriggered: sourceMenu.board.moveToFoundation(sourceMenu.kind, sourceMenu.index, sourceMenu.cardIndex)
     }
     MenuItem {
         objectName: "menuMoveToHand"
         text: qsTr("Move to Hand")
-        visible: sourceMenu.kind !== 2
+        visible: sourceMenu.kind !== Place.Kind.Foundation
         height: visible ? implicitHeight : 0
-        enabled: sourceMenu.kind !== 2
+        enabled: sourceMenu.kind !== Place.Kind.Foundation
                  && sourceMenu.board.canMoveToHand(sourceMenu.kind, sourceMenu.index, sourceMenu.cardIndex)
         onTriggered: sourceMenu.board.moveToHand(sourceMenu.kind, sourceMenu.index, sourceMenu.cardIndex)
     }

@@ -1,13 +1,14 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Zelvaine
 
 // The ten columns side by side.
 Row {
     id: tableau
 
-    required property var board
-    required property var drag
-    required property var geometry
+    required property GameBoard board
+    required property CardDragController drag
+    required property BoardGeometry geometry
     required property real availableHeight
 
     // The bottom of the longest column's cards; the messages find room below it.

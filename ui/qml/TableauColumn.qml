@@ -6,22 +6,22 @@ import Zelvaine
 Item {
     id: column
 
-    required property var board
-    required property var drag
-    required property var geometry
+    required property GameBoard board
+    required property CardDragController drag
+    required property BoardGeometry geometry
     required property int columnIndex
     required property real cardWidth
     required property real availableHeight
 
-    readonly property var cards: board.columns[columnIndex]
+    readonly property CardListModel cards: board.columnCards(columnIndex)
     readonly property int count: cards.count
     readonly property real cardHeight: cardWidth / 0.7
     readonly property real offset: geometry.columnOffset(count, cardWidth, availableHeight)
     readonly property bool isTarget: board.columnTargets[columnIndex] === true
     // Cards from here down are in the drag overlay; -1 while none of this column's are.
-    readonly property int draggedStart: drag.sourceKind === 0 && drag.sourceIndex === columnIndex
+    readonly property int draggedStart: drag.sourceKind === Place.Kind.Column && drag.sourceIndex === columnIndex
                                         ? drag.sourceCardIndex : -1
-    readonly property int selectedStart: board.selectionKind === 0 && board.selectionIndex === columnIndex
+    readonly property int selectedStart: board.selectionKind === Place.Kind.Column && board.selectionIndex === columnIndex
                                          ? board.selectionCardIndex : -1
 
     // How far down the cards reach; the column itself also answers taps below them.
@@ -31,44 +31,12 @@ Item {
     height: Math.max(availableHeight, cardsHeight)
     objectName: "column-" + columnIndex
 
-    Component.onCompleted: drag.registerTarget(0, columnIndex, column)
-
-    // The blocked card's shake: five eased steps, not restarted while it plays.
-    property int blockedCardIndex: -1
-    property real blockedCardOffset: 0
-    property var nudgeSteps: []
-    property int nudgeStep: -1
-
-    function nudge(cardIndex) {
-        if (nudgeStep >= 0) return;
-        blockedCardIndex = cardIndex;
-        nudgeSteps = geometry.blockedNudgeSteps(cardWidth);
-        playNudgeStep(0);
-    }
-    function playNudgeStep(step) {
-        if (step >= nudgeSteps.length) {
-            nudgeStep = -1;
-            blockedCardIndex = -1;
-            blockedCardOffset = 0;
-            return;
-        }
-        nudgeStep = step;
-        nudgeAnimation.to = nudgeSteps[step].offset;
-        nudgeAnimation.duration = nudgeSteps[step].seconds * 1000;
-        nudgeAnimation.start();
-    }
-    NumberAnimation {
-        id: nudgeAnimation
-        target: column
-        property: "blockedCardOffset"
-        easing.type: Easing.InOutQuad
-        onFinished: column.playNudgeStep(column.nudgeStep + 1)
-    }
+    Component.onCompleted: drag.registerTarget(Place.Kind.Column, columnIndex, column)
 
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Column %1, %2 cards").arg(columnIndex + 1).arg(count)
     // An empty column has no card to hold the keyboard's ring: the column itself has it.
-    readonly property bool hasRing: board.focusRow === 1 && board.focusIndex === columnIndex && count === 0
+    readonly property bool hasRing: board.focusKind === Place.Kind.Column && board.focusIndex === columnIndex && count === 0
     Accessible.focusable: count === 0
     Accessible.focused: hasRing
     onHasRingChanged: if (hasRing) AccessibleFocus.moveTo(column)
@@ -90,14 +58,14 @@ Item {
 
     // The cards, drawn in one pass; a card under the pointer or shaking is the canvas's to show.
     TableauCardCanvas {
+        id: canvas
+        objectName: "cards-" + column.columnIndex
         width: column.cardWidth
         height: column.cardsHeight
         faces: column.cards.faces
         cardWidth: column.cardWidth
         offset: column.offset
         hiddenFrom: column.draggedStart
-        nudgedIndex: column.blockedCardIndex
-        nudgeOffset: column.blockedCardOffset
     }
 
     // Each card's place for the pointer and for assistive technology: its visible strip (the
@@ -110,9 +78,8 @@ Item {
         delegate: Item {
             id: cardPlace
             required property int index
-            required property var model
-            readonly property bool movable: model.movable
-            readonly property string name: model.name
+            required property bool movable
+            required property string name
             readonly property bool isSelected: column.selectedStart >= 0 && index >= column.selectedStart
             readonly property string accessibleValue: isSelected ? qsTr("Selected") : qsTr("Not selected")
 
@@ -132,7 +99,7 @@ Item {
             Accessible.selected: isSelected
             // The keyboard's ring is the screen reader's focus too; a card rebuilt under the ring
             // (after a move) is a new element to announce.
-            readonly property bool hasRing: column.board.focusRow === 1 && column.board.focusIndex === column.columnIndex
+            readonly property bool hasRing: column.board.focusKind === Place.Kind.Column && column.board.focusIndex === column.columnIndex
                                             && column.board.focusCardIndex === index
             Accessible.focusable: true
             Accessible.focused: hasRing
@@ -144,13 +111,13 @@ Item {
             CardGestureArea {
                 anchors.fill: parent
                 drag: column.drag
-                sourceKind: 0
+                sourceKind: Place.Kind.Column
                 sourceIndex: column.columnIndex
                 sourceCardIndex: cardPlace.index
                 movable: cardPlace.movable
                 cardWidth: column.cardWidth
                 onTapped: column.board.tapTableauCard(column.columnIndex, cardPlace.index)
-                onBlockedDragStarted: column.nudge(cardPlace.index)
+                onBlockedDragStarted: canvas.nudge(cardPlace.index)
                 onMenuRequested: {
                     if (!cardPlace.movable) return;
                     menu.active = true;
@@ -189,7 +156,7 @@ Item {
 
     // The keyboard's focus ring, around the focused card's visible strip.
     Rectangle {
-        readonly property bool shown: column.board.focusRow === 1 && column.board.focusIndex === column.columnIndex
+        readonly property bool shown: column.board.focusKind === Place.Kind.Column && column.board.focusIndex === column.columnIndex
         readonly property bool last: column.board.focusCardIndex >= column.count - 1
         visible: shown
         x: -4
@@ -211,7 +178,7 @@ Item {
         active: false
         sourceComponent: SourceMoveMenu {
             board: column.board
-            kind: 0
+            kind: Place.Kind.Column
             index: column.columnIndex
         }
     }

@@ -1,11 +1,12 @@
 import QtQuick
 import QtQuick.Controls
+import Zelvaine
 
 // Shown while the position is won: the table dimmed, and the praise for this finish.
 Item {
     id: overlay
 
-    required property var board
+    required property GameBoard board
 
     objectName: "winOverlay"
     visible: board.won

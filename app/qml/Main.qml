@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
 import Zelvaine
+import ZelvaineShell
 
 // Qt 6.4's linter knows neither StandardKey nor DialogButtonBox's roles: the lines that name them
 // say so.
@@ -9,14 +10,14 @@ import Zelvaine
 ApplicationWindow {
     id: window
 
-    required property var board
-    required property var preferences
+    required property GameBoard board
+    required property PreferencesModel preferences
     required property SolverCommands solver
     // The update checker, when the build has one; its menu item stays disabled without it.
-    property var updater: null
+    property Updater updater: null
     property string versionText: "—"
 
-    readonly property bool confirmationPending: board.confirmation !== -1
+    readonly property bool confirmationPending: board.confirmation !== Confirmation.Kind.None
 
     // Menus, dialogs and sheets follow the dark table.
     palette.window: "#1f2623"
@@ -162,30 +163,30 @@ ApplicationWindow {
             ShortcutMenuItem {
                 objectName: "canBeWonMenuItem"
                 action: Action {
-                    readonly property bool working: window.solver.running === 0
+                    readonly property bool working: window.solver.running === SolverCommands.Command.CheckWinnability
                     text: working ? qsTr("Stop Checking") : qsTr("Can This Deal Be Won?")
                     shortcut: "Ctrl+Shift+C"
-                    enabled: working || (window.solver.running === -1 && !window.confirmationPending && !window.board.won)
+                    enabled: working || (window.solver.running === SolverCommands.Command.None && !window.confirmationPending && !window.board.won)
                     onTriggered: working ? window.solver.cancel() : window.solver.checkWinnability()
                 }
             }
             ShortcutMenuItem {
                 objectName: "undoToWinnableMenuItem"
                 action: Action {
-                    readonly property bool working: window.solver.running === 1
+                    readonly property bool working: window.solver.running === SolverCommands.Command.UndoToWinnable
                     text: working ? qsTr("Stop Searching") : qsTr("Undo to Last Winnable Position")
                     shortcut: "Ctrl+Shift+L"
-                    enabled: working || (window.solver.running === -1 && !window.confirmationPending && window.board.canUndo && !window.board.won)
+                    enabled: working || (window.solver.running === SolverCommands.Command.None && !window.confirmationPending && window.board.canUndo && !window.board.won)
                     onTriggered: working ? window.solver.cancel() : window.solver.undoToLastWinnablePosition()
                 }
             }
             ShortcutMenuItem {
                 objectName: "winningMoveMenuItem"
                 action: Action {
-                    readonly property bool working: window.solver.running === 2
+                    readonly property bool working: window.solver.running === SolverCommands.Command.WinningMove
                     text: working ? qsTr("Stop Looking for a Move") : qsTr("Show a Winning Move")
                     shortcut: "Ctrl+Shift+W"
-                    enabled: working || (window.solver.running === -1 && !window.confirmationPending && !window.board.won)
+                    enabled: working || (window.solver.running === SolverCommands.Command.None && !window.confirmationPending && !window.board.won)
                     onTriggered: working ? window.solver.cancel() : window.solver.showWinningMove()
                 }
             }
@@ -272,8 +273,7 @@ ApplicationWindow {
         id: updateProgress
         objectName: "updateProgressDialog"
         returnAccepts: false
-        // The checker's states: 1 a check of the player's own is running.
-        visible: window.updater !== null && window.updater.state === 1
+        visible: window.updater !== null && window.updater.state === Updater.State.Checking
         anchors.centerIn: parent
         width: Math.min(420, window.width - 40)
         padding: 24
@@ -313,40 +313,39 @@ ApplicationWindow {
         objectName: "updateResultDialog"
         // Return closes, like the highlighted OK; downloading is a choice made with the pointer.
         returnAccepts: false
-        // The checker's states: 2 up to date, 3 a newer release, 4 the check failed.
-        readonly property int state: window.updater !== null ? window.updater.state : 0
+        readonly property int state: window.updater !== null ? window.updater.state : Updater.State.Idle
         anchors.centerIn: parent
         width: Math.min(480, window.width - 40)
         padding: 24
-        title: state === 3 ? qsTr("A new version of Zelvaine is available")
-             : state === 2 ? qsTr("You’re up to date")
+        title: state === Updater.State.UpdateAvailable ? qsTr("A new version of Zelvaine is available")
+             : state === Updater.State.UpToDate ? qsTr("You’re up to date")
              : qsTr("Zelvaine could not check for updates")
         Label {
             width: parent.width
             wrapMode: Text.Wrap
             lineHeight: 1.15
-            text: updateResult.state === 3
+            text: updateResult.state === Updater.State.UpdateAvailable
                   ? qsTr("Zelvaine %1 is available; you have %2.").arg(window.updater.latestVersion).arg(window.versionText)
-                  : updateResult.state === 2 ? qsTr("Zelvaine %1 is the newest version.").arg(window.versionText)
+                  : updateResult.state === Updater.State.UpToDate ? qsTr("Zelvaine %1 is the newest version.").arg(window.versionText)
                   : window.updater !== null ? window.updater.failureReason : ""
         }
         footer: DialogButtonBox {
             Button {
-                visible: updateResult.state === 3
+                visible: updateResult.state === Updater.State.UpdateAvailable
                 text: qsTr("Download")
                 DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole // qmllint disable type
                 Accessible.onPressAction: clicked()
                 onClicked: Qt.openUrlExternally(window.updater.downloadUrl)
             }
             Button {
-                visible: updateResult.state === 3 && window.updater.releaseNotesUrl.toString() !== ""
+                visible: updateResult.state === Updater.State.UpdateAvailable && String(window.updater.releaseNotesUrl) !== ""
                 text: qsTr("Release Notes")
                 DialogButtonBox.buttonRole: DialogButtonBox.HelpRole // qmllint disable type
                 Accessible.onPressAction: clicked()
                 onClicked: Qt.openUrlExternally(window.updater.releaseNotesUrl)
             }
             Button {
-                text: updateResult.state === 3 ? qsTr("Later") : qsTr("OK")
+                text: updateResult.state === Updater.State.UpdateAvailable ? qsTr("Later") : qsTr("OK")
                 DialogButtonBox.buttonRole: DialogButtonBox.RejectRole // qmllint disable type
                 Accessible.onPressAction: clicked()
             }
