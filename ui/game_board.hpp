@@ -194,6 +194,7 @@ private:
     BoardReactions reactions_;
     // The reaction to a change of position runs once the store's operation has finished.
     bool reactionQueued_ = false;
+    // Ends the confetti celebrationSeconds after it started.
     QTimer celebrationTimer_;
     QString lastShareFolder_;
 };

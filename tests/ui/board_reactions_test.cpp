@@ -1,7 +1,7 @@
-#include "ui/board_reactions.hpp"
 #include "store/in_memory_defaults_store.hpp"
 #include "tests/support/positions.hpp"
 #include "tests/ui/recording_flights.hpp"
+#include "ui/board_reactions.hpp"
 
 #include <gtest/gtest.h>
 
@@ -124,18 +124,13 @@ TEST_F(BoardReactionsTest, AWinDismissesTheQuestionAndIsCelebratedOncePerWonPosi
     react();
     EXPECT_EQ(reactions.celebrationStartedAt(), now);
     EXPECT_GT(now, wonAt);
-}
-
-TEST_F(BoardReactionsTest, AConfettiStillFallingIsClearedAtTheDealStart)
-{
-    for (std::int64_t c = 0; c < 8; ++c) moveKing(c);
-    react();
-    ASSERT_GT(reactions.celebrationStartedAt(), 0);
+    // Confetti still falling stops when the deal is back at its start.
     store.restartGame();
     react();
     EXPECT_EQ(reactions.celebrationStartedAt(), 0);
 }
 
+// The game ends (quit, logout) with a card in the air: the rest is played without flights.
 TEST_F(BoardReactionsTest, CompletingAtOnceCountsTheWinWithoutAReaction)
 {
     moveKing(0);
@@ -148,6 +143,8 @@ TEST_F(BoardReactionsTest, CompletingAtOnceCountsTheWinWithoutAReaction)
     reactions.completeFinishNow();
     EXPECT_TRUE(isWon(store.state()));
     EXPECT_FALSE(finish.isPlaying());
+    EXPECT_EQ(store.persistenceDeferralCount(), 0);
+    EXPECT_EQ(flights.flown.size(), 1U);
     EXPECT_EQ(statistics.gamesWon(), 1);
     EXPECT_EQ(statistics.highScore(), 8);
 }

@@ -1,8 +1,8 @@
-#include "ui/finish_playback.hpp"
 #include "store/in_memory_defaults_store.hpp"
 #include "store/saved_game.hpp"
 #include "tests/support/positions.hpp"
 #include "tests/ui/recording_flights.hpp"
+#include "ui/finish_playback.hpp"
 
 #include <gtest/gtest.h>
 
@@ -121,26 +121,6 @@ TEST_F(FinishPlaybackTest, AFlightWhoseMoveNoLongerFitsEndsThePlayback)
     EXPECT_EQ(store->state().moveCount, 0);
     EXPECT_GT(flights.landings, landingsBefore) << "no card is left in the air";
     EXPECT_EQ(store->persistenceDeferralCount(), 0);
-}
-
-TEST_F(FinishPlaybackTest, CompletingAtOncePlaysTheRestWithoutFlights)
-{
-    const auto store = savingStore(testing::kingsLeft());
-    FinishPlayback playback(*store, flights.hooks());
-    playback.completeNow(); // nothing plays: nothing happens
-    EXPECT_EQ(store->state().moveCount, 0);
-
-    ASSERT_TRUE(playback.start());
-    ASSERT_TRUE(playback.step());
-    const int savesBefore = defaults.saves;
-    playback.completeNow();
-    EXPECT_TRUE(isWon(store->state()));
-    EXPECT_EQ(store->state().moveCount, 8);
-    EXPECT_FALSE(playback.isPlaying());
-    EXPECT_EQ(flights.flown.size(), 1U);
-    EXPECT_EQ(store->persistenceDeferralCount(), 0);
-    EXPECT_EQ(defaults.saves - savesBefore, 1);
-    EXPECT_EQ(playback.step(), std::nullopt);
 }
 
 } // namespace
