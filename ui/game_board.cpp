@@ -20,21 +20,38 @@
 namespace zelvaine {
 
 GameBoard::GameBoard(GameStore& store, GamePreferences* statistics, QObject* parent)
-    : QObject(parent), store_(store), statistics_(statistics)
+    : QObject(parent),
+      store_(store),
+      // The finish flies its cards through the drag controller, once the view has one.
+      finish_(store, {[this](const FoundationAutoMove& move) {
+                          return flights_ ? flights_->fly(move.source, move.foundationIndex, move.card) : 0;
+                      },
+                      [this] {
+                          if (flights_) flights_->land();
+                      }}),
+      reactions_(store, finish_, statistics)
 {
     for (std::size_t c = 0; c < tableauColumnCount; ++c) columns_.push_back(std::make_unique<CardListModel>(this));
     token_ = store_.observe([this](GameStoreProperty property) { onStoreChanged(property); });
-    autoCompleteTimer_.setSingleShot(true);
-    connect(&autoCompleteTimer_, &QTimer::timeout, this, &GameBoard::playNextAutoMove);
+    finishTimer_.setSingleShot(true);
+    connect(&finishTimer_, &QTimer::timeout, this, &GameBoard::playFinishStep);
+    finish_.observe([this](FinishPlaybackProperty) {
+        if (!finish_.isPlaying()) finishTimer_.stop();
+        emit autoCompletingChanged();
+    });
     celebrationTimer_.setSingleShot(true);
     celebrationTimer_.setInterval(static_cast<int>(celebrationSeconds * 1000));
-    connect(&celebrationTimer_, &QTimer::timeout, this, [this] { setCelebration(0); });
+    connect(&celebrationTimer_, &QTimer::timeout, this, [this] { reactions_.endCelebration(); });
+    reactions_.observe([this](BoardReactionsProperty) {
+        if (reactions_.celebrationStartedAt() == 0) celebrationTimer_.stop();
+        else celebrationTimer_.start();
+        emit celebrationChanged();
+    });
     // The keyboard starts on the first column's lowest card.
     focus_ = settleFocus({KeyboardFocus::Row::tableau, 0, std::numeric_limits<std::int64_t>::max()}, store_.state());
     refreshPlaces();
     refreshTargets();
     shownSelection_ = store_.selection();
-    recordStatistics();
 }
 
 GameBoard::~GameBoard() { store_.unobserve(token_); }
@@ -88,14 +105,8 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
             emit focusChanged();
         }
         emit stateChanged();
-        // The store is in the middle of an operation: its challenge record, confirmation and
-        // message may still change. The reaction waits until the operation is over, and only
-        // remembers now that the deal passed through its start.
-        // A playback must not take one more step on a deal that is back at its start.
-        if (store_.state().moveCount == 0) {
-            passedDealStart_ = true;
-            stopAutoComplete();
-        }
+        // The store is in the middle of an operation; the full reaction waits until it is over.
+        reactions_.positionChanged();
         if (!reactionQueued_) {
             reactionQueued_ = true;
             QMetaObject::invokeMethod(this, &GameBoard::afterPositionChange, Qt::QueuedConnection);
@@ -147,7 +158,7 @@ void GameBoard::confirm()
     case GameConfirmation::newGame: store_.newGame(); break;
     case GameConfirmation::restartGame: store_.restartGame(); break;
     case GameConfirmation::openSharedGame: store_.openPendingSharedGame(); break;
-    case GameConfirmation::autoComplete: startAutoComplete(); break;
+    case GameConfirmation::autoComplete: wakeFinishAfter(finish_.start()); break;
     }
 }
 
@@ -197,51 +208,10 @@ void GameBoard::openGamePath(const QString& path)
     openGame(url);
 }
 
-// What the board does after every change of the position: offer the automatic finish once,
-// and forget that offer (and any finish in progress) when the deal is back at its start.
-void GameBoard::recordStatistics()
-{
-    if (!statistics_) return;
-    const std::string identifier = store_.gameIdentifier();
-    statistics_->recordGameStarted(identifier);
-    const GameState& state = store_.state();
-    if (isWon(state)) statistics_->recordGameWon(state.moveCount, identifier, !store_.challenge().wasImported);
-}
-
 void GameBoard::afterPositionChange()
 {
     reactionQueued_ = false;
-    recordStatistics();
-    const GameState& state = store_.state();
-    if (std::exchange(passedDealStart_, false) || state.moveCount == 0) {
-        stopAutoComplete();
-        hasOfferedAutoComplete_ = false;
-        if (store_.confirmation() == GameConfirmation::autoComplete) store_.dismissConfirmation();
-        hasCelebratedCompletion_ = false;
-        setCelebration(0);
-    }
-    if (isWon(state)) {
-        if (!hasCelebratedCompletion_) {
-            hasCelebratedCompletion_ = true;
-            if (store_.confirmation() == GameConfirmation::autoComplete) store_.dismissConfirmation();
-            setCelebration(static_cast<double>(QDateTime::currentMSecsSinceEpoch()));
-            celebrationTimer_.start();
-        }
-        return;
-    }
-    if (isAutoCompleting_ || hasOfferedAutoComplete_ || store_.confirmation()) return;
-    if (hasNoBlockedKing(state) && canAutoComplete(state)) {
-        hasOfferedAutoComplete_ = true;
-        store_.offerAutoComplete();
-    }
-}
-
-void GameBoard::setCelebration(double startedAt)
-{
-    if (startedAt == 0) celebrationTimer_.stop();
-    if (startedAt == celebrationStartedAt_) return;
-    celebrationStartedAt_ = startedAt;
-    emit celebrationChanged();
+    reactions_.react(static_cast<double>(QDateTime::currentMSecsSinceEpoch()));
 }
 
 QString GameBoard::winMessage() const
@@ -255,69 +225,14 @@ QString GameBoard::winSummary() const
     return QString::fromStdString(completionSummary(store_.state().moveCount));
 }
 
-void GameBoard::startAutoComplete()
+void GameBoard::playFinishStep() { wakeFinishAfter(finish_.step()); }
+
+void GameBoard::wakeFinishAfter(std::optional<int> milliseconds)
 {
-    const GameState& state = store_.state();
-    if (isWon(state) || !hasNoBlockedKing(state) || !canAutoComplete(state)) return;
-    store_.enterAutoComplete();
-    stopAutoComplete();
-    isAutoCompleting_ = true;
-    store_.beginDeferringPersistence();
-    emit autoCompletingChanged();
-    autoCompleteTimer_.start(0);
+    if (milliseconds) finishTimer_.start(*milliseconds);
 }
 
-// Each step flies its card for 0.095 s, makes the move, and rests 0.025 s before the next.
-void GameBoard::playNextAutoMove()
-{
-    if (!isAutoCompleting_) return;
-    if (flyingMove_) {
-        const FoundationAutoMove step = *flyingMove_;
-        flyingMove_.reset();
-        const bool moved = store_.performAutoMove(step);
-        if (flights_) flights_->land();
-        if (!moved || isWon(store_.state())) {
-            stopAutoComplete();
-            return;
-        }
-        if (isAutoCompleting_) autoCompleteTimer_.start(25);
-        return;
-    }
-    const auto step = isWon(store_.state()) ? std::nullopt : nextFoundationAutoMove(store_.state());
-    if (!step) {
-        stopAutoComplete();
-        return;
-    }
-    const int flight = flights_ ? flights_->fly(step->source, step->foundationIndex, step->card) : 0;
-    flyingMove_ = step;
-    autoCompleteTimer_.start(flight > 0 ? flight : 95);
-}
-
-void GameBoard::completeAutomaticFinish()
-{
-    if (!isAutoCompleting_) return;
-    autoCompleteTimer_.stop();
-    if (flyingMove_) store_.performAutoMove(*std::exchange(flyingMove_, std::nullopt));
-    while (!isWon(store_.state())) {
-        const auto step = nextFoundationAutoMove(store_.state());
-        if (!step || !store_.performAutoMove(*step)) break;
-    }
-    // Ends the deferral, which writes the game once.
-    stopAutoComplete();
-    // The queued reaction to the last move may never run once the event loop has ended.
-    recordStatistics();
-}
-
-void GameBoard::stopAutoComplete()
-{
-    autoCompleteTimer_.stop();
-    flyingMove_.reset();
-    if (flights_) flights_->land();
-    if (!isAutoCompleting_) return;
-    isAutoCompleting_ = false;
-    store_.endDeferringPersistence();
-    emit autoCompletingChanged();
-}
+void GameBoard::completeAutomaticFinish() { reactions_.completeFinishNow(); }
 
 void GameBoard::refreshPlaces()
 {

@@ -2,9 +2,9 @@
 
 // moc cannot read the C++20 standard headers these pull in, and needs nothing from them.
 #ifndef Q_MOC_RUN
-#include "store/game_preferences.hpp"
-#include "engine/auto_complete.hpp"
 #include "store/game_store.hpp"
+#include "ui/board_reactions.hpp"
+#include "ui/finish_playback.hpp"
 #include "ui/keyboard_focus.hpp"
 #endif
 #include "ui/board_vocabulary.hpp"
@@ -90,8 +90,8 @@ public:
     QString confirmationMessage() const;
     QString confirmText() const;
     QString cancelText() const;
-    bool autoCompleting() const { return isAutoCompleting_; }
-    double celebrationStartedAt() const { return celebrationStartedAt_; }
+    bool autoCompleting() const { return finish_.isPlaying(); }
+    double celebrationStartedAt() const { return reactions_.celebrationStartedAt(); }
     QString winMessage() const;
     QString winSummary() const;
     Place::Kind selectionKind() const;
@@ -181,14 +181,10 @@ private:
     void refreshPlaces();
     void refreshTargets();
     void afterPositionChange();
-    void recordStatistics();
-    void setCelebration(double startedAt);
-    void startAutoComplete();
-    void playNextAutoMove();
-    void stopAutoComplete();
+    void playFinishStep();
+    void wakeFinishAfter(std::optional<int> milliseconds);
 
     GameStore& store_;
-    GamePreferences* statistics_;
     Observable<GameStoreProperty>::Token token_;
     std::vector<std::unique_ptr<CardListModel>> columns_;
     CardListModel hand_;
@@ -199,19 +195,14 @@ private:
     std::optional<MoveSource> shownSelection_;
     KeyboardFocus focus_;
     bool focusShown_ = false;
-    // The automatic finish: offered once per deal, played one step per tick.
-    bool hasOfferedAutoComplete_ = false;
-    bool isAutoCompleting_ = false;
-    QTimer autoCompleteTimer_;
-    // The step whose card is in the air; it is made when the flight lands.
-    std::optional<FoundationAutoMove> flyingMove_;
     CardDragController* flights_ = nullptr;
+    FinishPlayback finish_;
+    // Calls the playback's next step when it asks for it.
+    QTimer finishTimer_;
+    BoardReactions reactions_;
     // The reaction to a change of position runs once the store's operation has finished.
     bool reactionQueued_ = false;
-    bool passedDealStart_ = false;
-    // Confetti once per won position, until the deal is back at its start.
-    bool hasCelebratedCompletion_ = false;
-    double celebrationStartedAt_ = 0;
+    // Ends the confetti celebrationSeconds after it started.
     QTimer celebrationTimer_;
     QString lastShareFolder_;
 };

@@ -89,4 +89,18 @@ Pile foundationUpTo(std::string_view top)
     return pile;
 }
 
+GameState kingsLeft()
+{
+    GameState s = emptyBoard();
+    const char* tops[] = {"QC", "QC", "QD", "QD", "QH", "QH", "QS", "QS"};
+    for (std::size_t f = 0; f < 8; ++f) {
+        s.foundations[f] = foundationUpTo(tops[f]);
+        s.tableau[f] = {card(std::string("K") + tops[f][1])};
+        // Each suit's second run comes from the second deck, as in a real game.
+        for (auto& c : s.foundations[f]) c.deck = static_cast<std::int64_t>(f % 2);
+        s.tableau[f][0].deck = static_cast<std::int64_t>(f % 2);
+    }
+    return s;
+}
+
 } // namespace zelvaine::testing

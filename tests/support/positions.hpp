@@ -23,5 +23,9 @@ GameState knownDeal();
 // The foundation built from ace up to `top` in one suit ("5H" gives A♥ … 5♥).
 Pile foundationUpTo(std::string_view top);
 
+// Every suit built to the queen on both foundations, the matching king alone in column f for
+// foundation f: eight moves from the win, and a finish that plays itself.
+GameState kingsLeft();
+
 
 } // namespace zelvaine::testing
