@@ -16,8 +16,7 @@ QString activationToken(const QVariantMap& platformData)
 
 ApplicationAdaptor::ApplicationAdaptor(QObject* parent, InstanceRequests& requests)
     : QDBusAbstractAdaptor(parent), requests_(requests)
-{
-}
+{}
 
 void ApplicationAdaptor::Activate(const QVariantMap& platformData)
 {

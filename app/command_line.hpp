@@ -16,7 +16,7 @@ struct CommandLine {
     // For tests of the whole program: every question the game asks is answered yes, as if the
     // player had pressed Return. Not in --help: no player needs it.
     bool answerYes = false;
-    std::optional<int> exitStatus;                  // set when the command line has been answered already
+    std::optional<int> exitStatus; // set when the command line has been answered already
 };
 
 // Reads argv; help and version go to out, mistakes to err. Qt's own options (-platform NAME,

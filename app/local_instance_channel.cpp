@@ -21,15 +21,15 @@ constexpr int answerMilliseconds = 20000;
 
 LocalInstanceChannel::LocalInstanceChannel(QString socketPath, InstanceRequests& requests)
     : socketPath_(std::move(socketPath)), requests_(requests)
-{
-}
+{}
 
 LocalInstanceChannel::~LocalInstanceChannel() = default;
 
 QString LocalInstanceChannel::defaultSocketPath()
 {
     const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    if (QDir::isAbsolutePath(runtime) && QDir(runtime).exists()) return QDir(runtime).filePath(QStringLiteral("nl.orvent.zelvaine"));
+    if (QDir::isAbsolutePath(runtime) && QDir(runtime).exists())
+        return QDir(runtime).filePath(QStringLiteral("nl.orvent.zelvaine"));
     return QDir::temp().filePath(QStringLiteral("nl.orvent.zelvaine-%1").arg(getuid()));
 }
 

@@ -22,11 +22,11 @@
 
 #include <QGuiApplication>
 #include <QIcon>
-#include <QSessionManager>
-#include <QTimer>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QSessionManager>
+#include <QTimer>
 #include <QtQml/QQmlExtensionPlugin>
 
 #include <iostream>
@@ -56,7 +56,8 @@ int main(int argc, char** argv)
     // Before anything reads the saved game: a second game would save over this one's.
     zelvaine::SingleInstance instance;
     QStringList sharedGames;
-    if (commandLine.sharedGame) sharedGames << zelvaine::SingleInstance::fileUri(QString::fromLocal8Bit(*commandLine.sharedGame));
+    if (commandLine.sharedGame)
+        sharedGames << zelvaine::SingleInstance::fileUri(QString::fromLocal8Bit(*commandLine.sharedGame));
     const QString activationToken = qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")
                                         ? qEnvironmentVariable("XDG_ACTIVATION_TOKEN")
                                         : qEnvironmentVariable("DESKTOP_STARTUP_ID");
@@ -109,16 +110,20 @@ int main(int argc, char** argv)
         QObject::connect(
             window, &QQuickWindow::frameSwapped, window,
             [window] {
-                QTimer::singleShot(1000, window, [window] { zelvaine::pruneMenuBar(window->property("menuBar").value<QObject*>()); });
+                QTimer::singleShot(1000, window,
+                                   [window] { zelvaine::pruneMenuBar(window->property("menuBar").value<QObject*>()); });
             },
             Qt::SingleShotConnection);
     }
 
     // Tests of the whole program stand in for a player who accepts every question.
     if (commandLine.answerYes) {
-        QObject::connect(&board, &zelvaine::GameBoard::confirmationChanged, &board, [&board] {
-            if (board.confirmation() != zelvaine::Confirmation::Kind::None) board.confirm();
-        }, Qt::QueuedConnection);
+        QObject::connect(
+            &board, &zelvaine::GameBoard::confirmationChanged, &board,
+            [&board] {
+                if (board.confirmation() != zelvaine::Confirmation::Kind::None) board.confirm();
+            },
+            Qt::QueuedConnection);
     }
 
     // A shared game named on the command line (the file manager opens .zelvaine files this way)
@@ -161,9 +166,8 @@ int main(int argc, char** argv)
     }
 #ifndef QT_NO_SESSIONMANAGER
     // The session is ending; the session manager may still kill us without a quit.
-    QObject::connect(&application, &QGuiApplication::commitDataRequest, [finishAndFlush](QSessionManager&) {
-        finishAndFlush();
-    });
+    QObject::connect(&application, &QGuiApplication::commitDataRequest,
+                     [finishAndFlush](QSessionManager&) { finishAndFlush(); });
 #endif
     const int status = QGuiApplication::exec();
     finishAndFlush();

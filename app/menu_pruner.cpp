@@ -16,9 +16,8 @@ std::map<const Menu*, std::unique_ptr<MenuDelegate>>& delegates()
 std::string lowerCased(std::string text)
 {
     // Key equivalents are ASCII letters and punctuation; other bytes are left as they are.
-    std::transform(text.begin(), text.end(), text.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     return text;
 }
 
@@ -67,8 +66,7 @@ void MenuDelegate::trim(Menu& menu)
 
 bool ZelvaineMenuPruner::matches(const MenuItem& item, std::string_view key, ModifierMask modifiers)
 {
-    return lowerCased(item.keyEquivalent()) == key &&
-           (item.keyEquivalentModifiers() & modifiers::matched) == modifiers;
+    return lowerCased(item.keyEquivalent()) == key && (item.keyEquivalentModifiers() & modifiers::matched) == modifiers;
 }
 
 MenuItem* ZelvaineMenuPruner::itemWithKey(const Menu& menu, std::string_view key, ModifierMask modifiers)

@@ -19,8 +19,8 @@ std::string QtLocalizer::translate(std::string_view context, std::string_view ke
     const std::string contextText(context);
     const std::string keyText(key);
     // Qt picks the plural form from an int; counts beyond it take the form of the largest.
-    const auto n = static_cast<int>(std::clamp<std::int64_t>(count, std::numeric_limits<int>::min(),
-                                                             std::numeric_limits<int>::max()));
+    const auto n = static_cast<int>(
+        std::clamp<std::int64_t>(count, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
     const QString text = QCoreApplication::translate(contextText.c_str(), keyText.c_str(), nullptr, n);
     return formatCount(text.toStdString(), count);
 }

@@ -19,7 +19,8 @@ void onSignal(int signalNumber)
 {
     const int savedErrno = errno;
     const auto byte = static_cast<unsigned char>(signalNumber);
-    if (writeEnd >= 0) [[maybe_unused]] const auto written = write(writeEnd, &byte, 1);
+    if (writeEnd >= 0) [[maybe_unused]]
+        const auto written = write(writeEnd, &byte, 1);
     errno = savedErrno;
 }
 

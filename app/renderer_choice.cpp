@@ -62,8 +62,8 @@ bool hasGraphicsDevice()
 bool chooseFastestRenderer()
 {
     if (qEnvironmentVariableIsSet("QT_QUICK_BACKEND") || qEnvironmentVariableIsSet("QSG_RHI_BACKEND")) return false;
-    const bool software = qEnvironmentVariableIntValue("LIBGL_ALWAYS_SOFTWARE") != 0 || !hasGraphicsDevice()
-                          || isSoftwareRasteriser(openGlRenderer());
+    const bool software = qEnvironmentVariableIntValue("LIBGL_ALWAYS_SOFTWARE") != 0 || !hasGraphicsDevice() ||
+                          isSoftwareRasteriser(openGlRenderer());
     if (!software) return false;
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     return true;

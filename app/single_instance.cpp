@@ -72,8 +72,9 @@ SingleInstance::BusClaim SingleInstance::claimBus(const QStringList& uris, const
     bus.unregisterObject(path);
     exported_.reset();
 
-    QDBusMessage call = QDBusMessage::createMethodCall(name, path, QString::fromLatin1(applicationInterface),
-                                                       uris.isEmpty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(name, path, QString::fromLatin1(applicationInterface),
+                                       uris.isEmpty() ? QStringLiteral("Activate") : QStringLiteral("Open"));
     if (!uris.isEmpty()) call << uris;
     call << platformData(activationToken);
     const QDBusMessage reply = bus.call(call, QDBus::Block, answerMilliseconds);

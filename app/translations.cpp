@@ -35,7 +35,8 @@ bool installTranslations(QCoreApplication& app, const QLocale& locale)
     const QLocale chosen(table->language());
     if (chosen.language() == QLocale::English) return false;
     // Qt's own dialogs and controls in the same language, when the system has Qt's translations.
-    if (QTranslator* qt = loadTable(app, chosen, QStringLiteral("qt"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    if (QTranslator* qt =
+            loadTable(app, chosen, QStringLiteral("qt"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QCoreApplication::installTranslator(qt);
     }
     return true;

@@ -102,13 +102,18 @@ FeedReading readFeed(const QByteArray& data)
     // A feed has no use for a document type; refusing it keeps entity tricks out altogether.
     while (!xml.atEnd() && xml.tokenType() != QXmlStreamReader::StartElement) {
         if (xml.readNext() == QXmlStreamReader::DTD)
-            return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update feed declares a document type, which is not accepted.")};
+            return {std::nullopt,
+                    QCoreApplication::translate("UpdateFeed",
+                                                "The update feed declares a document type, which is not accepted.")};
     }
     if (xml.tokenType() != QXmlStreamReader::StartElement) {
-        return {std::nullopt, data.trimmed().isEmpty() ? QCoreApplication::translate("UpdateFeed", "The update server sent an empty answer.")
-                                                       : QCoreApplication::translate("UpdateFeed", "The update feed is not valid XML.")};
+        return {std::nullopt, data.trimmed().isEmpty()
+                                  ? QCoreApplication::translate("UpdateFeed", "The update server sent an empty answer.")
+                                  : QCoreApplication::translate("UpdateFeed", "The update feed is not valid XML.")};
     }
-    if (xml.name() != QLatin1String("rss")) return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update server did not send a release feed.")};
+    if (xml.name() != QLatin1String("rss"))
+        return {std::nullopt,
+                QCoreApplication::translate("UpdateFeed", "The update server did not send a release feed.")};
 
     int items = 0;
     std::optional<FeedRelease> newest;
@@ -124,29 +129,39 @@ FeedReading readFeed(const QByteArray& data)
             }
             ++items;
             auto release = readItem(xml);
-            if (release && (!newest || compareVersions(release->version, newest->version) > 0)) newest = std::move(release);
+            if (release && (!newest || compareVersions(release->version, newest->version) > 0))
+                newest = std::move(release);
         }
     }
     if (xml.hasError())
-        return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update feed is damaged (line %1: %2).").arg(xml.lineNumber()).arg(xml.errorString())};
-    if (items == 0) return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update feed lists no releases.")};
-    if (!newest) return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update feed lists no release with a readable version and address.")};
+        return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update feed is damaged (line %1: %2).")
+                                  .arg(xml.lineNumber())
+                                  .arg(xml.errorString())};
+    if (items == 0)
+        return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update feed lists no releases.")};
+    if (!newest)
+        return {std::nullopt,
+                QCoreApplication::translate("UpdateFeed",
+                                            "The update feed lists no release with a readable version and address.")};
     return {std::move(newest), {}};
 }
 
 std::optional<QString> addressRefusal(const QUrl& url)
 {
-    if (!url.isValid() || url.host().isEmpty()) return QCoreApplication::translate("UpdateFeed", "The address \"%1\" is not valid.").arg(url.toString());
+    if (!url.isValid() || url.host().isEmpty())
+        return QCoreApplication::translate("UpdateFeed", "The address \"%1\" is not valid.").arg(url.toString());
     const auto scheme = url.scheme().toLower();
     if (scheme == QLatin1String("https")) return std::nullopt;
     if (scheme == QLatin1String("http") && isLoopback(url.host())) return std::nullopt;
-    return QCoreApplication::translate("UpdateFeed", "Updates are only fetched over HTTPS; \"%1\" was refused.").arg(url.toString());
+    return QCoreApplication::translate("UpdateFeed", "Updates are only fetched over HTTPS; \"%1\" was refused.")
+        .arg(url.toString());
 }
 
 UpdateConfigurationReading readUpdateConfiguration(const QByteArray& json)
 {
     const auto damaged = [](const QString& why) {
-        return UpdateConfigurationReading{std::nullopt, QCoreApplication::translate("UpdateFeed", "The update configuration is damaged: %1").arg(why)};
+        return UpdateConfigurationReading{
+            std::nullopt, QCoreApplication::translate("UpdateFeed", "The update configuration is damaged: %1").arg(why)};
     };
     QJsonParseError error{};
     const auto document = QJsonDocument::fromJson(json, &error);
@@ -157,7 +172,8 @@ UpdateConfigurationReading readUpdateConfiguration(const QByteArray& json)
     UpdateConfiguration configuration;
     const auto feed = object.value(QLatin1String("feedURL"));
     // A build whose packager named no feed never checks: that is a choice, not damage.
-    if (feed.isUndefined() || feed.isNull() || (feed.isString() && feed.toString().isEmpty())) return {std::nullopt, {}};
+    if (feed.isUndefined() || feed.isNull() || (feed.isString() && feed.toString().isEmpty()))
+        return {std::nullopt, {}};
     if (!feed.isString()) return damaged(QStringLiteral("\"feedURL\" must be a text."));
     configuration.feedUrl = QUrl(feed.toString(), QUrl::StrictMode);
     if (auto refusal = addressRefusal(configuration.feedUrl)) return damaged(*refusal);
@@ -181,7 +197,8 @@ UpdateConfigurationReading loadUpdateConfiguration(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return {std::nullopt, QCoreApplication::translate("UpdateFeed", "The update configuration %1 could not be read.").arg(path)};
+        return {std::nullopt,
+                QCoreApplication::translate("UpdateFeed", "The update configuration %1 could not be read.").arg(path)};
     // The file is a few lines; anything much larger is not ours.
     return readUpdateConfiguration(file.read(64 * 1024));
 }

@@ -21,12 +21,14 @@ constexpr std::chrono::hours scheduleTick{1};
 
 Updater::Updater(UpdateConfigurationReading configuration, DefaultsStore* defaults, QObject* parent)
     : Updater(std::move(configuration), defaults, Options{}, parent)
-{
-}
+{}
 
 Updater::Updater(UpdateConfigurationReading configuration, DefaultsStore* defaults, Options options, QObject* parent)
-    : QObject(parent), configuration_(std::move(configuration.configuration)),
-      configurationProblem_(std::move(configuration.failure)), defaults_(defaults), options_(std::move(options))
+    : QObject(parent),
+      configuration_(std::move(configuration.configuration)),
+      configurationProblem_(std::move(configuration.failure)),
+      defaults_(defaults),
+      options_(std::move(options))
 {
     if (options_.version.isEmpty()) options_.version = QString::fromLatin1(build::version);
     if (options_.buildNumber <= 0) options_.buildNumber = build::number;
@@ -35,7 +37,8 @@ Updater::Updater(UpdateConfigurationReading configuration, DefaultsStore* defaul
     deadline_.setSingleShot(true);
     connect(&deadline_, &QTimer::timeout, this, [this] {
         const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(options_.timeout).count();
-        fail(tr("The update server did not answer within %n second(s).", nullptr, static_cast<int>(std::max<qint64>(seconds, 1))));
+        fail(tr("The update server did not answer within %n second(s).", nullptr,
+                static_cast<int>(std::max<qint64>(seconds, 1))));
     });
     automaticTimer_.setSingleShot(true);
     connect(&automaticTimer_, &QTimer::timeout, this, &Updater::onAutomaticTimer);
@@ -52,7 +55,10 @@ Updater::~Updater()
 
 QString Updater::feedHost() const { return configuration_ ? configuration_->feedUrl.host() : QString(); }
 
-QString Updater::currentVersion() const { return QStringLiteral("%1 (%2)").arg(options_.version).arg(options_.buildNumber); }
+QString Updater::currentVersion() const
+{
+    return QStringLiteral("%1 (%2)").arg(options_.version).arg(options_.buildNumber);
+}
 
 QDateTime Updater::now() const { return options_.clock ? options_.clock() : QDateTime::currentDateTimeUtc(); }
 
@@ -158,9 +164,11 @@ void Updater::followRedirect(const QNetworkReply& reply)
     if (location.isEmpty()) return finish(State::Failed, tr("The update server redirected without saying where to."));
     const auto target = currentUrl_.resolved(location);
     if (++redirects_ > options_.maxRedirects)
-        return finish(State::Failed, tr("The update server redirected more than %n time(s); the check was stopped.", nullptr, options_.maxRedirects));
+        return finish(State::Failed, tr("The update server redirected more than %n time(s); the check was stopped.",
+                                        nullptr, options_.maxRedirects));
     if (currentUrl_.scheme() == QLatin1String("https") && target.scheme() != QLatin1String("https"))
-        return finish(State::Failed, tr("The update server redirected from HTTPS to an unencrypted address; it was not followed."));
+        return finish(State::Failed,
+                      tr("The update server redirected from HTTPS to an unencrypted address; it was not followed."));
     if (auto refusal = addressRefusal(target)) return finish(State::Failed, *refusal);
     request(target);
 }
@@ -176,17 +184,20 @@ void Updater::complete(QNetworkReply* reply)
     if (reply->error() != QNetworkReply::NoError) return finish(State::Failed, failureFor(*reply));
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     if (status >= 300 && status < 400 && status != 304) return followRedirect(*reply);
-    if (status != 200) return finish(State::Failed, tr("The update server answered with an error (HTTP %1).").arg(status));
+    if (status != 200)
+        return finish(State::Failed, tr("The update server answered with an error (HTTP %1).").arg(status));
 
     received_ += reply->read(options_.maxFeedBytes + 1 - received_.size());
     if (received_.size() > options_.maxFeedBytes)
-        return finish(State::Failed, tr("The update feed is larger than %1 KB and was not read.").arg(options_.maxFeedBytes / 1024));
+        return finish(State::Failed,
+                      tr("The update feed is larger than %1 KB and was not read.").arg(options_.maxFeedBytes / 1024));
 
     auto reading = readFeed(received_);
     received_.clear();
     if (!reading.newest) return finish(State::Failed, reading.failure);
     const auto ours = ReleaseVersion::parse(options_.version, QString::number(options_.buildNumber));
-    if (ours && compareVersions(reading.newest->version, *ours) <= 0) return finish(State::UpToDate, {}, reading.newest);
+    if (ours && compareVersions(reading.newest->version, *ours) <= 0)
+        return finish(State::UpToDate, {}, reading.newest);
     finish(State::UpdateAvailable, {}, reading.newest);
 }
 

@@ -44,13 +44,14 @@ public:
         std::chrono::milliseconds timeout{15000};
         qint64 maxFeedBytes = 1024 * 1024;
         int maxRedirects = 5;
-        QString version;  // empty: this build's
-        int buildNumber = 0; // 0: this build's
+        QString version;                  // empty: this build's
+        int buildNumber = 0;              // 0: this build's
         std::function<QDateTime()> clock; // empty: the system clock
     };
 
     // `defaults` keeps the time of the last check between runs; it may be null.
-    Updater(UpdateConfigurationReading configuration, DefaultsStore* defaults, Options options, QObject* parent = nullptr);
+    Updater(UpdateConfigurationReading configuration, DefaultsStore* defaults, Options options,
+            QObject* parent = nullptr);
     Updater(UpdateConfigurationReading configuration, DefaultsStore* defaults, QObject* parent = nullptr);
     ~Updater() override;
 

@@ -71,8 +71,8 @@ GameState longestFinish()
     s.hand.resize(4);
     for (std::size_t run = 0; run < 8; ++run) {
         for (int rank = 13; rank >= 1; --rank) {
-            s.tableau[run].push_back(
-                PlayingCard{Uuid::random(), allSuits[run / 2], static_cast<Rank>(rank), static_cast<std::int64_t>(run % 2)});
+            s.tableau[run].push_back(PlayingCard{Uuid::random(), allSuits[run / 2], static_cast<Rank>(rank),
+                                                 static_cast<std::int64_t>(run % 2)});
         }
     }
     return s;

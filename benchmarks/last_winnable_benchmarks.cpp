@@ -76,7 +76,8 @@ bool confirmed(const std::vector<GameState>& line, const solver::LastWinnableAns
 {
     if (answer.table != solver::Verdict::unwinnable) return false;
     const std::size_t next = answer.lastWinnable ? *answer.lastWinnable + 1 : 0;
-    if (answer.lastWinnable && solver::solve(line[*answer.lastWinnable]).verdict != solver::Verdict::winnable) return false;
+    if (answer.lastWinnable && solver::solve(line[*answer.lastWinnable]).verdict != solver::Verdict::winnable)
+        return false;
     return solver::solve(line[next]).verdict != solver::Verdict::winnable;
 }
 

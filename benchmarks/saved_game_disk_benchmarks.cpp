@@ -118,8 +118,9 @@ void BM_moveUntilDurable(benchmark::State& state)
     for (auto _ : state) {
         const std::int64_t before = deviceWriteBytes();
         const auto start = std::chrono::steady_clock::now();
-        const bool moved = store.move(MoveSource::tableau(column, static_cast<std::int64_t>(store.state().tableau[column].size()) - 1),
-                                      MoveDestination::hand());
+        const bool moved =
+            store.move(MoveSource::tableau(column, static_cast<std::int64_t>(store.state().tableau[column].size()) - 1),
+                       MoveDestination::hand());
         defaults.flush();
         const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
         state.SetIterationTime(seconds);
@@ -133,7 +134,14 @@ void BM_moveUntilDurable(benchmark::State& state)
     }
     summary.report(state);
 }
-BENCHMARK(BM_moveUntilDurable)->Arg(100)->Arg(1000)->Arg(5000)->Arg(20000)->UseManualTime()->Iterations(40)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_moveUntilDurable)
+    ->Arg(100)
+    ->Arg(1000)
+    ->Arg(5000)
+    ->Arg(20000)
+    ->UseManualTime()
+    ->Iterations(40)
+    ->Unit(benchmark::kMillisecond);
 
 // Start: open the file, read it, restore the game with its whole history.
 void BM_restoreAtStart(benchmark::State& state)

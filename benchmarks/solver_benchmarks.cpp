@@ -3,10 +3,10 @@
 #include "benchmarks/smoke_run.hpp"
 #include "engine/move_rules.hpp"
 #include "solver/exhaustive_search.hpp"
-#include "solver/survey.hpp"
 #include "solver/solver.hpp"
 #include "solver/solver_position.hpp"
 #include "solver/solver_task.hpp"
+#include "solver/survey.hpp"
 #include "solver/winnability_service.hpp"
 
 #include <benchmark/benchmark.h>
@@ -111,11 +111,13 @@ void BM_ServiceSupersede(benchmark::State& state)
     std::mutex mutex;
     std::condition_variable arrived;
     bool answered = false;
-    solver::WinnabilityService service([&](auto) {
-        const std::scoped_lock lock(mutex);
-        answered = true;
-        arrived.notify_all();
-    }, {.positionBudget = 100'000'000});
+    solver::WinnabilityService service(
+        [&](auto) {
+            const std::scoped_lock lock(mutex);
+            answered = true;
+            arrived.notify_all();
+        },
+        {.positionBudget = 100'000'000});
     for (auto _ : state) {
         service.request(lost);
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
@@ -206,7 +208,8 @@ void BM_ServiceVerdictInPlay(benchmark::State& state)
         for (const GameState& position : positions) {
             const auto start = std::chrono::steady_clock::now();
             service.ask(position);
-            milliseconds.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+            milliseconds.push_back(
+                std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
         }
     }
     const auto within = std::ranges::count_if(milliseconds, [](double ms) { return ms <= 250; });

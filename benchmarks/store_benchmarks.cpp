@@ -104,7 +104,9 @@ BENCHMARK(BM_moveWithSave)->Arg(100)->Arg(300)->Arg(1000)->Arg(3000)->Iterations
 
 nlohmann::json domCard(const PlayingCard& card)
 {
-    return {{"id", card.id.text()}, {"suit", std::string(rawValue(card.suit))}, {"rank", rawValue(card.rank)},
+    return {{"id", card.id.text()},
+            {"suit", std::string(rawValue(card.suit))},
+            {"rank", rawValue(card.rank)},
             {"deck", card.deck}};
 }
 
@@ -121,7 +123,9 @@ nlohmann::json domPosition(const GameState& s)
     };
     nlohmann::json hand = nlohmann::json::array();
     for (const auto& slot : s.hand) hand.push_back(slot ? domCard(*slot) : nlohmann::json(nullptr));
-    return {{"tableau", piles(s.tableau)}, {"foundations", piles(s.foundations)}, {"hand", hand},
+    return {{"tableau", piles(s.tableau)},
+            {"foundations", piles(s.foundations)},
+            {"hand", hand},
             {"moveCount", s.moveCount}};
 }
 

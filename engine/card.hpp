@@ -21,9 +21,7 @@ std::string_view rawValue(Suit suit);
 std::optional<Suit> suitFromRaw(std::string_view text);
 std::string localizedName(Suit suit);
 
-enum class Rank : std::uint8_t {
-    ace = 1, two, three, four, five, six, seven, eight, nine, ten, jack, queen, king
-};
+enum class Rank : std::uint8_t { ace = 1, two, three, four, five, six, seven, eight, nine, ten, jack, queen, king };
 
 constexpr int rawValue(Rank rank) { return static_cast<int>(rank); }
 constexpr std::optional<Rank> rankFromRaw(std::int64_t value)

@@ -19,8 +19,7 @@ public:
     Expected(T value) : content_(std::in_place_index<0>, std::move(value)) {}
     template <class F>
     Expected(Unexpected<F> failure) : content_(std::in_place_index<1>, std::move(failure.error))
-    {
-    }
+    {}
 
     bool has_value() const { return content_.index() == 0; }
     explicit operator bool() const { return has_value(); }

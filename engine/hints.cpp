@@ -67,12 +67,12 @@ std::string moveHintText(const GameState& state, const MoveSource& source, const
                           {accessibleName(first), number(destination.index.value_or(0))});
     case MoveDestination::Kind::hand:
         return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Move %1 to your hand.")), {accessibleName(first)});
-    case MoveDestination::Kind::tableau:
-        break;
+    case MoveDestination::Kind::tableau: break;
     }
     const std::string column = number(destination.index.value_or(0));
     if (cards->size() == 1) {
-        return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Move %1 to column %2.")), {accessibleName(first), column});
+        return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Move %1 to column %2.")),
+                          {accessibleName(first), column});
     }
     return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Move %1 and its string to column %2.")),
                       {accessibleName(first), column});
@@ -104,7 +104,8 @@ Hint findHint(const GameState& state)
     }
 
     if (filledHandSlots(state) >= handSlotCount) {
-        return {std::nullopt, localized(QT_TRANSLATE_NOOP("Zelvaine", "No immediate move found. Undo or start a new deal."))};
+        return {std::nullopt,
+                localized(QT_TRANSLATE_NOOP("Zelvaine", "No immediate move found. Undo or start a new deal."))};
     }
     return {std::nullopt, localized(QT_TRANSLATE_NOOP("Zelvaine", "Try moving a lowest tableau card into your hand."))};
 }

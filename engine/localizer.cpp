@@ -8,10 +8,7 @@ namespace {
 
 class EnglishLocalizer final : public Localizer {
 public:
-    std::string translate(std::string_view, std::string_view key) const override
-    {
-        return std::string(key);
-    }
+    std::string translate(std::string_view, std::string_view key) const override { return std::string(key); }
 };
 
 const EnglishLocalizer english;
@@ -26,10 +23,7 @@ void installLocalizer(const Localizer* localizer)
     installed.store(localizer ? localizer : &english, std::memory_order_release);
 }
 
-std::string localized(std::string_view key)
-{
-    return currentLocalizer().translate(engineTextContext, key);
-}
+std::string localized(std::string_view key) { return currentLocalizer().translate(engineTextContext, key); }
 
 std::string Localizer::translate(std::string_view context, std::string_view key, std::int64_t count) const
 {

@@ -154,12 +154,14 @@ std::vector<LegalMove> legalMoves(const GameState& state)
             sources.push_back(MoveSource::tableau(static_cast<std::int64_t>(c), static_cast<std::int64_t>(i)));
         }
     }
-    for (std::size_t h = 0; h < state.hand.size(); ++h) sources.push_back(MoveSource::hand(static_cast<std::int64_t>(h)));
+    for (std::size_t h = 0; h < state.hand.size(); ++h)
+        sources.push_back(MoveSource::hand(static_cast<std::int64_t>(h)));
     for (std::size_t f = 0; f < state.foundations.size(); ++f) {
         sources.push_back(MoveSource::foundation(static_cast<std::int64_t>(f)));
     }
     std::vector<MoveDestination> destinations{MoveDestination::hand()};
-    for (std::size_t c = 0; c < state.tableau.size(); ++c) destinations.push_back(MoveDestination::tableau(static_cast<std::int64_t>(c)));
+    for (std::size_t c = 0; c < state.tableau.size(); ++c)
+        destinations.push_back(MoveDestination::tableau(static_cast<std::int64_t>(c)));
     for (std::size_t f = 0; f < state.foundations.size(); ++f) {
         destinations.push_back(MoveDestination::foundation(static_cast<std::int64_t>(f)));
     }
@@ -201,8 +203,7 @@ void removeMovedCards(GameState& state, const MoveSource& source)
     }
 }
 
-std::string refusalReason(const GameState& state, std::span<const PlayingCard> cards,
-                          const MoveDestination& destination)
+std::string refusalReason(const GameState& state, std::span<const PlayingCard> cards, const MoveDestination& destination)
 {
     if (cards.empty()) return localized(QT_TRANSLATE_NOOP("Zelvaine", "That move is not available."));
     const PlayingCard& moving = cards.front();
@@ -215,8 +216,9 @@ std::string refusalReason(const GameState& state, std::span<const PlayingCard> c
         }
         const Pile& target = at(state.tableau, column);
         if (target.empty()) {
-            return localized(QT_TRANSLATE_NOOP(
-                "Zelvaine", "Only a king or a string beginning with a king can fill an empty column."));
+            return localized(
+                QT_TRANSLATE_NOOP("Zelvaine",
+                                  "Only a king or a string beginning with a king can fill an empty column."));
         }
         const auto higher = nextHigher(moving.rank);
         const std::string needed =

@@ -46,8 +46,7 @@ std::vector<LegalMove> legalMoves(const GameState& state);
 // The taking-away half of a move, made on a copy of the position.
 void removeMovedCards(GameState& state, const MoveSource& source);
 
-std::string refusalReason(const GameState& state, std::span<const PlayingCard> cards,
-                          const MoveDestination& destination);
+std::string refusalReason(const GameState& state, std::span<const PlayingCard> cards, const MoveDestination& destination);
 
 MoveOutcome applyMove(const GameState& state, const MoveSource& source, const MoveDestination& destination);
 

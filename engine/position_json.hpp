@@ -76,13 +76,13 @@ void appendPositionJson(std::string& out, const Position& position, AppendCard&&
 // Strict about the shape: every key required, every value of its type. What a card is made of
 // is `decodeCard`'s to judge: `JsonResult<Card> decodeCard(const element&, const JsonPath&)`.
 template <class Position, class DecodeCard>
-JsonResult<Position> decodePositionJson(const simdjson::dom::element& value, const JsonPath& path,
-                                        DecodeCard&& decodeCard)
+JsonResult<Position> decodePositionJson(const simdjson::dom::element& value, const JsonPath& path, DecodeCard&& decodeCard)
 {
     using Card = typename decltype(Position::tableau)::value_type::value_type;
     using simdjson::dom::element;
 
-    auto decodePiles = [&](const element& pilesValue, const JsonPath& pilesPath) -> JsonResult<decltype(Position::tableau)> {
+    auto decodePiles = [&](const element& pilesValue,
+                           const JsonPath& pilesPath) -> JsonResult<decltype(Position::tableau)> {
         simdjson::dom::array piles;
         if (pilesValue.get_array().get(piles) != simdjson::SUCCESS) {
             return jsonWrongType(pilesPath, pilesValue, "an array of arrays");

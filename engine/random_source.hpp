@@ -36,8 +36,7 @@ private:
 // case the word is discarded (nothing returned). Generic over the word so the mapping can
 // be checked exhaustively on small words.
 template <std::unsigned_integral Word, class Wide>
-    requires(sizeof(Wide) == 2 * sizeof(Word))
-constexpr std::optional<Word> boundedDraw(Word word, Word size)
+requires(sizeof(Wide) == 2 * sizeof(Word)) constexpr std::optional<Word> boundedDraw(Word word, Word size)
 {
     constexpr int bits = 8 * sizeof(Word);
     const Wide product = static_cast<Wide>(word) * static_cast<Wide>(size);

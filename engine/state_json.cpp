@@ -122,15 +122,18 @@ JsonResult<CardFields> decodeCardFields(const element& value, const JsonPath& pa
         else if (field.key == "deck") slot = &deck;
         if (slot && !*slot) *slot = field.value;
     }
-    for (auto [found, key] : {std::pair{&id, "id"}, std::pair{&suit, "suit"}, std::pair{&rank, "rank"}, std::pair{&deck, "deck"}}) {
+    for (auto [found, key] :
+         {std::pair{&id, "id"}, std::pair{&suit, "suit"}, std::pair{&rank, "rank"}, std::pair{&deck, "deck"}}) {
         if (!*found) return jsonFailure(path, "missing key \"" + std::string(key) + "\"");
     }
 
     CardFields fields;
     std::string_view idText;
-    if (id->get_string().get(idText) != simdjson::SUCCESS) return jsonWrongType(JsonPath(path, std::string_view("id")), *id, "a string");
+    if (id->get_string().get(idText) != simdjson::SUCCESS)
+        return jsonWrongType(JsonPath(path, std::string_view("id")), *id, "a string");
     const auto uuid = Uuid::parse(idText);
-    if (!uuid) return jsonFailure(JsonPath(path, std::string_view("id")), "\"" + std::string(idText) + "\" is not a UUID");
+    if (!uuid)
+        return jsonFailure(JsonPath(path, std::string_view("id")), "\"" + std::string(idText) + "\" is not a UUID");
     fields.id = *uuid;
 
     if (suit->get_string().get(fields.suit) != simdjson::SUCCESS) {
@@ -175,10 +178,13 @@ JsonResult<PlayingCard> decodePlayingCard(const element& value, const JsonPath& 
     auto fields = decodeCardFields(value, path);
     if (!fields) return Unexpected{fields.error()};
     const auto suit = suitFromRaw(fields->suit);
-    if (!suit) return jsonFailure(JsonPath(path, std::string_view("suit")), "\"" + std::string(fields->suit) + "\" is not a suit");
+    if (!suit)
+        return jsonFailure(JsonPath(path, std::string_view("suit")),
+                           "\"" + std::string(fields->suit) + "\" is not a suit");
     const auto rank = rankFromRaw(fields->rank);
     if (!rank) {
-        return jsonFailure(JsonPath(path, std::string_view("rank")), std::to_string(fields->rank) + " is not a rank from 1 to 13");
+        return jsonFailure(JsonPath(path, std::string_view("rank")),
+                           std::to_string(fields->rank) + " is not a rank from 1 to 13");
     }
     return PlayingCard{fields->id, *suit, *rank, fields->deck};
 }
@@ -188,7 +194,10 @@ JsonResult<GameState> decodeGameState(const element& value, const JsonPath& path
     return decodePositionJson<GameState>(value, path, decodePlayingCard);
 }
 
-JsonResult<PlayingCard> playingCardFromJson(std::string_view json) { return parseWith<PlayingCard>(json, decodePlayingCard); }
+JsonResult<PlayingCard> playingCardFromJson(std::string_view json)
+{
+    return parseWith<PlayingCard>(json, decodePlayingCard);
+}
 
 JsonResult<GameState> gameStateFromJson(std::string_view json) { return parseWith<GameState>(json, decodeGameState); }
 

@@ -29,7 +29,10 @@ std::uint64_t budgetFor(const SearchLimits& limits)
 // the start, so it costs a few bytes rather than a copy of the board. Everything is allocated
 // once, at the size the limits allow, so that nothing is copied or rehashed while it runs.
 BestFirstSearch::BestFirstSearch(const SolverPosition& start, Guide guide, const SearchLimits& limits)
-    : guide_(guide), limits_(limits), budget_(budgetFor(limits)), position_(start),
+    : guide_(guide),
+      limits_(limits),
+      budget_(budgetFor(limits)),
+      position_(start),
       seen_(std::max<std::uint64_t>(budget_, 1))
 {
     static_assert(sizeof(Node) + sizeof(Candidate) <= bytesPerNode);

@@ -20,8 +20,7 @@ constexpr std::size_t lineShare = 4;
 
 } // namespace
 
-SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits, ChildOrder order,
-                         std::stop_token stop)
+SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits, ChildOrder order, std::stop_token stop)
 {
     const std::size_t lineBytes = limits.memoryBytes / lineShare;
     SearchOutcome outcome;

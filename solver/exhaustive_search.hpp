@@ -17,7 +17,6 @@ enum class ChildOrder : std::uint8_t { ranked, listed };
 // of a position and the moves of the current line, about 16 bytes a position, so within the same
 // memory it reaches about twice as many positions as a best-first search: the search to run when
 // the answer may be "cannot be won". Its wins can be long.
-SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits, ChildOrder order,
-                         std::stop_token stop);
+SearchOutcome depthFirst(const SolverPosition& start, const SearchLimits& limits, ChildOrder order, std::stop_token stop);
 
 } // namespace zelvaine::solver

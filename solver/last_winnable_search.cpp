@@ -13,7 +13,9 @@ constexpr std::uint64_t smallBudgetShare = 16;
 } // namespace
 
 LastWinnableSearch::LastWinnableSearch(std::size_t count, std::uint64_t normalBudget)
-    : known_(count, Known::nothing), triedBudget_(count, 0), normalBudget_(normalBudget),
+    : known_(count, Known::nothing),
+      triedBudget_(count, 0),
+      normalBudget_(normalBudget),
       smallBudget_(std::max<std::uint64_t>(normalBudget / smallBudgetShare, 1))
 {
     assert(count > 0);

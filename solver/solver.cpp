@@ -49,15 +49,13 @@ constexpr std::uint64_t everyMoveSearchCap = 4'000'000;
 class Deadline {
 public:
     Deadline(std::chrono::milliseconds limit, std::stop_token caller)
-        : forward_(std::move(caller), [this] { source_.request_stop(); }),
-          timer_([this, limit](std::stop_token ended) {
+        : forward_(std::move(caller), [this] { source_.request_stop(); }), timer_([this, limit](std::stop_token ended) {
               std::mutex mutex;
               std::unique_lock lock(mutex);
               std::condition_variable_any().wait_for(lock, ended, limit, [] { return false; });
               source_.request_stop();
           })
-    {
-    }
+    {}
     std::stop_token token() const { return source_.get_token(); }
 
 private:
@@ -133,8 +131,7 @@ SolveResult solveWithin(const GameState& state, const SolverOptions& options, st
     const SearchLimits limits{remaining(), options.memoryBudget, options.maxDepth};
     // A deal whose quick space holds no win is most often lost: then the complete search is a
     // proof, and ranking its moves would only slow it down.
-    const SearchOutcome full =
-        depthFirst(*start, limits, quickSpaceSeen ? ChildOrder::listed : ChildOrder::ranked, stop);
+    const SearchOutcome full = depthFirst(*start, limits, quickSpaceSeen ? ChildOrder::listed : ChildOrder::ranked, stop);
     const std::uint64_t positions = spent + full.positions;
     if (full.won) return {Verdict::winnable, movesOf(*start, full.line), positions};
     return {full.exhausted ? Verdict::unwinnable : Verdict::unknown, {}, positions};

@@ -205,7 +205,8 @@ void SolverPosition::push(std::size_t column, CardCode code)
     prefix_[column][cards.size()] = entry;
     // A third copy (a position no deal reaches) only blurs the evaluation.
     auto& copies = spots_[code];
-    copies[copies[0].column == noCard ? 0 : 1] = {static_cast<std::uint8_t>(column), static_cast<std::uint8_t>(cards.size())};
+    copies[copies[0].column == noCard ? 0 : 1] = {static_cast<std::uint8_t>(column),
+                                                  static_cast<std::uint8_t>(cards.size())};
     cards.push_back(code);
 }
 
@@ -302,8 +303,7 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
 {
     using Place = Step::Place;
     out.clear();
-    auto add = [&](Place from, std::size_t fromIndex, std::size_t start, Place to, std::size_t toIndex,
-                   int priority) {
+    auto add = [&](Place from, std::size_t fromIndex, std::size_t start, Place to, std::size_t toIndex, int priority) {
         Step step;
         step.from = from;
         step.fromIndex = static_cast<std::uint8_t>(fromIndex);
@@ -340,7 +340,8 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
     for (std::size_t f = foundationCount; f-- > 0;) {
         const int height = height_[f];
         if (height == 0) {
-            for (int suit = 0; suit < 4; ++suit) home[cardCode(static_cast<Suit>(suit), Rank::ace)] = static_cast<std::int8_t>(f);
+            for (int suit = 0; suit < 4; ++suit)
+                home[cardCode(static_cast<Suit>(suit), Rank::ace)] = static_cast<std::int8_t>(f);
         } else if (height < 13) {
             home[cardCode(static_cast<Suit>(suit_[f]), static_cast<Rank>(height + 1))] = static_cast<std::int8_t>(f);
         }
@@ -387,7 +388,8 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
     for (std::size_t s = 0; s < handSlotCount; ++s) {
         const CardCode code = hand_[s];
         if (code == noCard) continue;
-        if (home[code] >= 0) add(Place::hand, s, 0, Place::foundation, static_cast<std::size_t>(home[code]), toFoundation);
+        if (home[code] >= 0)
+            add(Place::hand, s, 0, Place::foundation, static_cast<std::size_t>(home[code]), toFoundation);
         toColumns(Place::hand, s, 0, code, handToColumn, handToColumn);
     }
 
@@ -418,8 +420,8 @@ void SolverPosition::generateMoves(std::vector<Step>& out, MoveSet set) const
         if (home[lowest] >= 0) {
             add(Place::tableau, c, last, Place::foundation, static_cast<std::size_t>(home[lowest]), toFoundation);
         }
-        const bool keptInRun = set == MoveSet::keepRuns && last > 0 && buildsDown(lowest, column[last - 1]) &&
-                               home[column[last - 1]] < 0;
+        const bool keptInRun =
+            set == MoveSet::keepRuns && last > 0 && buildsDown(lowest, column[last - 1]) && home[column[last - 1]] < 0;
         if (handSlot >= 0 && !keptInRun) {
             add(Place::tableau, c, last, Place::hand, static_cast<std::size_t>(handSlot), columnToHand);
         }
@@ -578,9 +580,7 @@ void SolverPosition::undo(const Step& step)
         hand_[step.fromIndex] = moving[0];
         handSum_ += zobrist().hand[moving[0]];
         break;
-    case Place::foundation:
-        setFoundation(step.fromIndex, height_[step.fromIndex] + 1, suitOf(moving[0]));
-        break;
+    case Place::foundation: setFoundation(step.fromIndex, height_[step.fromIndex] + 1, suitOf(moving[0])); break;
     }
     refreshTouched(step);
 }

@@ -11,12 +11,8 @@ SolverTask::SolverTask(GameState state, SolverOptions options, Callback onFinish
           if (onFinished) onFinished(result);
           promise_.set_value(std::move(result));
       })
-{
-}
+{}
 
-bool SolverTask::isFinished() const
-{
-    return future_.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
-}
+bool SolverTask::isFinished() const { return future_.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }
 
 } // namespace zelvaine::solver

@@ -12,12 +12,13 @@ WinnabilityService::WinnabilityService(Delivery deliver, SolverOptions options)
               return solve(position, budget, std::move(stop));
           },
           releaseFreeMemory, options)
-{
-}
+{}
 
-WinnabilityService::WinnabilityService(Delivery deliver, SolveFunction solveFunction, std::function<void()> releaseMemory,
-                                       SolverOptions options)
-    : deliver_(std::move(deliver)), solve_(std::move(solveFunction)), options_(options),
+WinnabilityService::WinnabilityService(Delivery deliver, SolveFunction solveFunction,
+                                       std::function<void()> releaseMemory, SolverOptions options)
+    : deliver_(std::move(deliver)),
+      solve_(std::move(solveFunction)),
+      options_(options),
       releaseMemory_(std::move(releaseMemory)),
       worker_([this](std::stop_token quit) { run(std::move(quit)); })
 {

@@ -3,12 +3,14 @@
 #include "solver/memory_release.hpp"
 #include "solver/thread_name.hpp"
 
-
 namespace zelvaine::solver {
 
 WinnableDealer::WinnableDealer(Shuffle shuffle, Ready ready, PositionSolve solve, SolverOptions options, std::size_t kept)
-    : shuffle_(std::move(shuffle)), ready_(std::move(ready)), solve_(solve ? std::move(solve) : PositionSolve(solver::solve)),
-      options_(options), kept_(kept),
+    : shuffle_(std::move(shuffle)),
+      ready_(std::move(ready)),
+      solve_(solve ? std::move(solve) : PositionSolve(solver::solve)),
+      options_(options),
+      kept_(kept),
       worker_([this](std::stop_token stop) { run(std::move(stop)); })
 {
     nameThread(worker_, "winnable-dealer");

@@ -57,8 +57,7 @@ class OpenAlPlayer final : public SoundPlayer {
 public:
     OpenAlPlayer(std::shared_ptr<const void> output, ALuint buffer, ALuint source)
         : output_(std::move(output)), buffer_(buffer), source_(source)
-    {
-    }
+    {}
 
     ~OpenAlPlayer() override
     {

@@ -26,8 +26,7 @@ std::optional<std::filesystem::path> applicationResourceFolder()
             if (isDirectory(candidate)) return candidate;
     }
 #ifdef ZELVAINE_BUILD_TREE_RESOURCES
-    if (const std::filesystem::path buildTree = ZELVAINE_BUILD_TREE_RESOURCES; isDirectory(buildTree))
-        return buildTree;
+    if (const std::filesystem::path buildTree = ZELVAINE_BUILD_TREE_RESOURCES; isDirectory(buildTree)) return buildTree;
 #endif
     return std::nullopt;
 }

@@ -40,10 +40,7 @@ DelayedWork& DelayedWork::operator=(DelayedWork&& other) noexcept
     return *this;
 }
 
-DelayedWork::~DelayedWork()
-{
-    cancel();
-}
+DelayedWork::~DelayedWork() { cancel(); }
 
 void DelayedWork::cancel()
 {
@@ -60,15 +57,9 @@ SerialQueue::SerialQueue(const std::string& threadName) : core_(std::make_shared
     pthread_setname_np(thread_.native_handle(), threadName.substr(0, 15).c_str());
 }
 
-SerialQueue::~SerialQueue()
-{
-    shutdown();
-}
+SerialQueue::~SerialQueue() { shutdown(); }
 
-void SerialQueue::post(Work work)
-{
-    asio::post(core_->context, std::move(work));
-}
+void SerialQueue::post(Work work) { asio::post(core_->context, std::move(work)); }
 
 DelayedWork SerialQueue::runAfter(std::chrono::milliseconds delay, Work work)
 {
@@ -81,10 +72,7 @@ DelayedWork SerialQueue::runAfter(std::chrono::milliseconds delay, Work work)
     return DelayedWork(std::move(state));
 }
 
-bool SerialQueue::isCurrent() const
-{
-    return core_->context.get_executor().running_in_this_thread();
-}
+bool SerialQueue::isCurrent() const { return core_->context.get_executor().running_in_this_thread(); }
 
 void SerialQueue::requireCurrent(const char* operation) const
 {
@@ -106,10 +94,8 @@ void SerialQueue::shutdown()
     if (!thread_.joinable()) return;
     core_->keepRunning.reset();
     core_->context.stop();
-    if (thread_.get_id() == std::this_thread::get_id())
-        thread_.detach();
-    else
-        thread_.join();
+    if (thread_.get_id() == std::this_thread::get_id()) thread_.detach();
+    else thread_.join();
 }
 
 } // namespace zelvaine

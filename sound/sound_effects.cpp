@@ -31,8 +31,7 @@ std::shared_ptr<SoundEffects> SoundEffects::create(const DefaultsStore& defaults
 {
     // Anything but a stored boolean, including a value of another type, means sounds on.
     const bool enabled = defaults.boolean(preferenceKeys::soundsEnabled).value_or(true);
-    std::shared_ptr<SoundEffects> effects(
-        new SoundEffects(enabled, std::move(playerFactory), std::move(resourceFolder)));
+    std::shared_ptr<SoundEffects> effects(new SoundEffects(enabled, std::move(playerFactory), std::move(resourceFolder)));
     effects->audioQueue_.post([raw = effects.get()] { raw->preloadPlayers(); });
     return effects;
 }
@@ -43,8 +42,7 @@ SoundEffects::SoundEffects(bool enabled, std::shared_ptr<SoundPlayerFactory> pla
       playerFactory_(std::move(playerFactory)),
       resourceFolder_(std::move(resourceFolder)),
       isEnabled_(enabled)
-{
-}
+{}
 
 SoundEffects::~SoundEffects()
 {
@@ -72,10 +70,7 @@ void SoundEffects::setEnabled(bool enabled)
     audioQueue_.post([this, enabled] { setEnabledOnQueue(enabled); });
 }
 
-void SoundEffects::waitUntilIdle()
-{
-    audioQueue_.waitUntilIdle();
-}
+void SoundEffects::waitUntilIdle() { audioQueue_.waitUntilIdle(); }
 
 void SoundEffects::preloadPlayers()
 {
@@ -152,9 +147,6 @@ void SoundEffects::setEnabledOnQueue(bool enabled)
     }
 }
 
-void SoundEffects::cancelPendingDealSound()
-{
-    pendingDealSound_.reset();
-}
+void SoundEffects::cancelPendingDealSound() { pendingDealSound_.reset(); }
 
 } // namespace zelvaine

@@ -70,10 +70,7 @@ DefaultsFileState failureState(int result)
     return meansDamage(result) ? DefaultsFileState::damaged : DefaultsFileState::unavailable;
 }
 
-int execute(sqlite3* connection, const char* sql)
-{
-    return sqlite3_exec(connection, sql, nullptr, nullptr, nullptr);
-}
+int execute(sqlite3* connection, const char* sql) { return sqlite3_exec(connection, sql, nullptr, nullptr, nullptr); }
 
 sqlite::Statement prepare(sqlite3* connection, const char* sql, int& result)
 {
@@ -124,8 +121,7 @@ std::optional<DefaultsValue> decode(sqlite3_stmt* row)
         if (bytes == nullptr) return DefaultsValue(DefaultsData()); // SQLite's empty blob
         return DefaultsValue(DefaultsData(bytes, bytes + size));
     }
-    case Kind::runs:
-        break;
+    case Kind::runs: break;
     }
     return std::nullopt;
 }
@@ -283,7 +279,7 @@ bool upgradeSchema(sqlite3* connection)
 }
 
 std::unique_ptr<DefaultsDatabase> prepareForWriting(sqlite::Connection connection, Contents& contents,
-                                                     int lockWaitMilliseconds)
+                                                    int lockWaitMilliseconds)
 {
     sqlite3* handle = connection.get();
     if (sqlite3_db_readonly(handle, "main") != 0) return nullptr;
@@ -363,7 +359,7 @@ bool runOnce(sqlite3_stmt* statement)
 } // namespace
 
 std::unique_ptr<DefaultsDatabase> DefaultsDatabase::create(sqlite::Connection connection, const DefaultsValues& contents,
-                                                            std::int64_t dataVersion, RunsSnapshot runs)
+                                                           std::int64_t dataVersion, RunsSnapshot runs)
 {
     std::unique_ptr<DefaultsDatabase> database(new DefaultsDatabase());
     sqlite3* handle = connection.get();
@@ -455,7 +451,8 @@ DefaultsDatabase::WriteOutcome DefaultsDatabase::write(const DefaultsChanges& ch
         guard->expected = *nextGeneration;
         guard->retaking = false;
         guard->overtaken = false;
-        known_.insert_or_assign(guard->generationKey, std::make_shared<const DefaultsEntry>(DefaultsValue(*nextGeneration)));
+        known_.insert_or_assign(guard->generationKey,
+                                std::make_shared<const DefaultsEntry>(DefaultsValue(*nextGeneration)));
     }
     // Only worth it once a long game's worth of pages is free; a few free pages are reused by
     // the next saves anyway.

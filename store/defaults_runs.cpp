@@ -114,7 +114,10 @@ std::optional<DataRuns> intactRuns(const RunsSnapshot& snapshot, const std::stri
     return whole;
 }
 
-RunsTable::RunsTable(sqlite3* connection, RunsSnapshot snapshot) : connection_(connection) { adopt(std::move(snapshot)); }
+RunsTable::RunsTable(sqlite3* connection, RunsSnapshot snapshot) : connection_(connection)
+{
+    adopt(std::move(snapshot));
+}
 
 void RunsTable::adopt(RunsSnapshot snapshot)
 {
@@ -267,7 +270,8 @@ bool RunsTable::write(const std::string& key, const DataRuns& runs)
         for (std::size_t i = same; i < oldIds.size(); ++i) released.push_back(oldIds[i]);
         if (oldIds.size() > run.size() && !deleteRowsFrom(key, r, run.size())) return false;
     }
-    for (std::size_t r = runs.size(); r < old.ids.size(); ++r) released.insert(released.end(), old.ids[r].begin(), old.ids[r].end());
+    for (std::size_t r = runs.size(); r < old.ids.size(); ++r)
+        released.insert(released.end(), old.ids[r].begin(), old.ids[r].end());
     if (old.ids.size() > runs.size() && !deleteRunsFrom(key, runs.size())) return false;
 
     // Released only now: a piece that moved from one run to another keeps its count above zero.

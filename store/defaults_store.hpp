@@ -36,8 +36,8 @@ enum class DefaultsWriteFailure : std::uint8_t {
     noPlace,  // the file or its folder cannot be made or opened for writing
     readOnly, // the file, its folder or the disk refuses writes
     diskFull,
-    busy,     // another program holds the file locked
-    ioError,  // the disk reported an error
+    busy,    // another program holds the file locked
+    ioError, // the disk reported an error
 };
 
 class DefaultsStore {

@@ -20,8 +20,7 @@ constexpr std::array<Texts, 4> table{{
      QT_TRANSLATE_NOOP("Zelvaine", "The current deal and undo history will be cleared."),
      QT_TRANSLATE_NOOP("Zelvaine", "New Game"), QT_TRANSLATE_NOOP("Zelvaine", "Cancel")},
     {"restartGame", QT_TRANSLATE_NOOP("Zelvaine", "Restart this game?"),
-     QT_TRANSLATE_NOOP("Zelvaine",
-                       "Return every card to this deal's original position. You can undo this restart."),
+     QT_TRANSLATE_NOOP("Zelvaine", "Return every card to this deal's original position. You can undo this restart."),
      QT_TRANSLATE_NOOP("Zelvaine", "Restart Game"), QT_TRANSLATE_NOOP("Zelvaine", "Cancel")},
     {"autoComplete", QT_TRANSLATE_NOOP("Zelvaine", "Finish automatically?"),
      QT_TRANSLATE_NOOP("Zelvaine", "Every remaining card can now move directly to a foundation. Zelvaine can "

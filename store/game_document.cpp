@@ -97,17 +97,23 @@ std::optional<GameState> gameState(const DocumentPosition& position)
 template <class F>
 void forEachCard(const GameState& state, F&& visit)
 {
-    for (const Pile& column : state.tableau) for (const PlayingCard& c : column) visit(c);
-    for (const Pile& pile : state.foundations) for (const PlayingCard& c : pile) visit(c);
-    for (const HandSlot& slot : state.hand) if (slot) visit(*slot);
+    for (const Pile& column : state.tableau)
+        for (const PlayingCard& c : column) visit(c);
+    for (const Pile& pile : state.foundations)
+        for (const PlayingCard& c : pile) visit(c);
+    for (const HandSlot& slot : state.hand)
+        if (slot) visit(*slot);
 }
 
 template <class F>
 void forEachCard(GameState& state, F&& visit)
 {
-    for (Pile& column : state.tableau) for (PlayingCard& c : column) visit(c);
-    for (Pile& pile : state.foundations) for (PlayingCard& c : pile) visit(c);
-    for (HandSlot& slot : state.hand) if (slot) visit(*slot);
+    for (Pile& column : state.tableau)
+        for (PlayingCard& c : column) visit(c);
+    for (Pile& pile : state.foundations)
+        for (PlayingCard& c : pile) visit(c);
+    for (HandSlot& slot : state.hand)
+        if (slot) visit(*slot);
 }
 
 std::unordered_multiset<PlayingCard> cardSet(const GameState& state)
@@ -177,9 +183,9 @@ std::string ZelvaineGameDocumentError::description() const
 {
     switch (kind_) {
     case Kind::unsupportedVersion:
-        return formatText(
-            localized(QT_TRANSLATE_NOOP("Zelvaine", "This game uses unsupported Zelvaine file format version %1.")),
-            {std::to_string(version_)});
+        return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine",
+                                                      "This game uses unsupported Zelvaine file format version %1.")),
+                          {std::to_string(version_)});
     case Kind::fileTooLarge:
         return localized(QT_TRANSLATE_NOOP("Zelvaine", "This Zelvaine game file is too large to open."));
     case Kind::invalidGame:

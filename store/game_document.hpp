@@ -38,7 +38,10 @@ class ZelvaineGameDocumentError {
 public:
     enum class Kind : std::uint8_t { unsupportedVersion, fileTooLarge, invalidGame };
 
-    static ZelvaineGameDocumentError unsupportedVersion(std::int64_t version) { return {Kind::unsupportedVersion, version}; }
+    static ZelvaineGameDocumentError unsupportedVersion(std::int64_t version)
+    {
+        return {Kind::unsupportedVersion, version};
+    }
     static ZelvaineGameDocumentError fileTooLarge() { return {Kind::fileTooLarge, 0}; }
     static ZelvaineGameDocumentError invalidGame() { return {Kind::invalidGame, 0}; }
 

@@ -10,7 +10,10 @@ namespace {
 
 // The counts come from a file the player can edit; a stored maximum must not overflow on the
 // next game.
-std::int64_t oneMore(std::int64_t count) { return count < std::numeric_limits<std::int64_t>::max() ? count + 1 : count; }
+std::int64_t oneMore(std::int64_t count)
+{
+    return count < std::numeric_limits<std::int64_t>::max() ? count + 1 : count;
+}
 
 } // namespace
 
@@ -34,7 +37,7 @@ GamePreferences::GamePreferences(DefaultsStore& defaults, SoundCues& sound)
       // Older statistics carry forward when these keys were never written.
       gameCenterEligibleWins_(defaults.integer(keys::eligibleWins).value_or(gamesWon_)),
       gameCenterBestMoveCount_(defaults.integer(keys::bestMoveCount) ? defaults.integer(keys::bestMoveCount)
-                                                                      : highScore_),
+                                                                     : highScore_),
       activeGameIdentifier_(defaults.text(keys::activeGame)),
       lastCompletedGameIdentifier_(defaults.text(keys::lastCompletedGame))
 {
@@ -84,7 +87,10 @@ void GamePreferences::setWinnableDealsOnly(bool value)
     defaults_.set(keys::winnableDealsOnly, value);
 }
 
-void GamePreferences::setShowSettings(bool value) { assign(showSettings_, value, GamePreferencesProperty::showSettings); }
+void GamePreferences::setShowSettings(bool value)
+{
+    assign(showSettings_, value, GamePreferencesProperty::showSettings);
+}
 
 void GamePreferences::storeCount(std::int64_t& field, std::int64_t value, GamePreferencesProperty property,
                                  std::string_view key)
@@ -96,7 +102,8 @@ void GamePreferences::storeCount(std::int64_t& field, std::int64_t value, GamePr
 void GamePreferences::recordGameStarted(const std::string& identifier)
 {
     if (lastCompletedGameIdentifier_ == identifier || activeGameIdentifier_ == identifier) return;
-    if (activeGameIdentifier_) storeCount(gamesLost_, oneMore(gamesLost_), GamePreferencesProperty::gamesLost, keys::gamesLost);
+    if (activeGameIdentifier_)
+        storeCount(gamesLost_, oneMore(gamesLost_), GamePreferencesProperty::gamesLost, keys::gamesLost);
     storeCount(gamesPlayed_, oneMore(gamesPlayed_), GamePreferencesProperty::gamesPlayed, keys::gamesPlayed);
     activeGameIdentifier_ = identifier;
     defaults_.set(keys::activeGame, identifier);
@@ -116,8 +123,8 @@ bool GamePreferences::recordGameWon(std::int64_t moveCount, const std::string& i
         defaults_.set(keys::highScore, moveCount);
     }
     if (eligible) {
-        storeCount(gameCenterEligibleWins_, oneMore(gameCenterEligibleWins_), GamePreferencesProperty::gameCenterEligibleWins,
-                   keys::eligibleWins);
+        storeCount(gameCenterEligibleWins_, oneMore(gameCenterEligibleWins_),
+                   GamePreferencesProperty::gameCenterEligibleWins, keys::eligibleWins);
         if (!gameCenterBestMoveCount_ || *gameCenterBestMoveCount_ > moveCount) {
             assign(gameCenterBestMoveCount_, moveCount, GamePreferencesProperty::gameCenterBestMoveCount);
             defaults_.set(keys::bestMoveCount, moveCount);

@@ -14,8 +14,20 @@ enum class LandscapeHandSide : std::uint8_t { left, right };
 std::string_view rawValue(LandscapeHandSide side);
 
 enum class GamePreferencesProperty : std::uint8_t {
-    showsHint, showsUndo, landscapeHandSide, showsMoveMessages, soundsEnabled, highScore, gamesPlayed, gamesWon,
-    gamesLost, gameCenterEligibleWins, gameCenterBestMoveCount, showSettings, showsWinnability, winnableDealsOnly
+    showsHint,
+    showsUndo,
+    landscapeHandSide,
+    showsMoveMessages,
+    soundsEnabled,
+    highScore,
+    gamesPlayed,
+    gamesWon,
+    gamesLost,
+    gameCenterEligibleWins,
+    gameCenterBestMoveCount,
+    showSettings,
+    showsWinnability,
+    winnableDealsOnly
 };
 
 namespace preferenceKeys {

@@ -21,8 +21,7 @@ std::optional<Restored> restore(DefaultsStore& defaults, std::optional<std::stri
 {
     const auto blob = defaults.data(savedGameKey);
     if (!blob) return std::nullopt;
-    RestoredGame restored =
-        restoreSavedGame(std::string_view(reinterpret_cast<const char*>(blob->data()), blob->size()));
+    RestoredGame restored = restoreSavedGame(std::string_view(reinterpret_cast<const char*>(blob->data()), blob->size()));
     if (!restored.game) {
         if (!restored.finished) {
             keptAside = defaults.keepAside(savedGameKey, *blob);
@@ -51,17 +50,14 @@ std::string saveFailureText(DefaultsWriteFailure failure)
     case DefaultsWriteFailure::readOnly:
         reason = QT_TRANSLATE_NOOP("Zelvaine", "its file, its folder or the disk is read-only.");
         break;
-    case DefaultsWriteFailure::diskFull:
-        reason = QT_TRANSLATE_NOOP("Zelvaine", "the disk is full.");
-        break;
+    case DefaultsWriteFailure::diskFull: reason = QT_TRANSLATE_NOOP("Zelvaine", "the disk is full."); break;
     case DefaultsWriteFailure::busy:
         reason = QT_TRANSLATE_NOOP("Zelvaine", "another program is holding its file.");
         break;
-    case DefaultsWriteFailure::ioError:
-        reason = QT_TRANSLATE_NOOP("Zelvaine", "the disk reported an error.");
-        break;
+    case DefaultsWriteFailure::ioError: reason = QT_TRANSLATE_NOOP("Zelvaine", "the disk reported an error."); break;
     }
-    return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine cannot save your game: %1 It keeps trying as you play.")),
+    return formatText(localized(QT_TRANSLATE_NOOP("Zelvaine",
+                                                  "Zelvaine cannot save your game: %1 It keeps trying as you play.")),
                       {localized(reason)});
 }
 
@@ -105,16 +101,20 @@ GameStore::GameStore(std::optional<GameState> initialGame, DefaultsStore& defaul
     // Shown when the board appears; a player who finds a new deal must know why.
     if (auto kept = defaults_.keptAsideFile() ? defaults_.keptAsideFile() : damagedGameKeptAs_) {
         messageKind_ = GameMessageKind::notice;
-        message_ = formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine found its saved data damaged and kept it as %1.")),
+        message_ = formatText(localized(QT_TRANSLATE_NOOP("Zelvaine",
+                                                          "Zelvaine found its saved data damaged and kept it as %1.")),
                               {*kept});
     } else if (defaults_.waitingForFile()) {
         messageKind_ = GameMessageKind::notice;
-        message_ = localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine cannot open its saved game yet: another program is holding its "
-                                                           "file. This deal will not replace it, and Zelvaine keeps trying as you play."));
+        message_ =
+            localized(QT_TRANSLATE_NOOP("Zelvaine",
+                                        "Zelvaine cannot open its saved game yet: another program is holding its "
+                                        "file. This deal will not replace it, and Zelvaine keeps trying as you play."));
         saveFailureTold_ = true;
     } else if (damagedGameLost_) {
         messageKind_ = GameMessageKind::notice;
-        message_ = localized(QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine found its saved game damaged and could not keep a copy of it."));
+        message_ = localized(
+            QT_TRANSLATE_NOOP("Zelvaine", "Zelvaine found its saved game damaged and could not keep a copy of it."));
     } else if (auto failure = defaults_.writeFailure()) {
         messageKind_ = GameMessageKind::notice;
         message_ = saveFailureText(*failure);
@@ -522,9 +522,10 @@ bool GameStore::reportOvertaken()
     if (overtakenTold_ || !defaults_.overtaken()) return false;
     overtakenTold_ = true;
     publishMessage(GameMessageKind::notice,
-                   localized(QT_TRANSLATE_NOOP("Zelvaine", "Another Zelvaine window saved its game after this one was opened. "
-                                                           "To keep that game, this window no longer saves; start a new "
-                                                           "game here to save again.")));
+                   localized(QT_TRANSLATE_NOOP("Zelvaine",
+                                               "Another Zelvaine window saved its game after this one was opened. "
+                                               "To keep that game, this window no longer saves; start a new "
+                                               "game here to save again.")));
     return true;
 }
 

@@ -20,7 +20,14 @@
 namespace zelvaine {
 
 enum class GameStoreProperty : std::uint8_t {
-    state, selection, showRules, confirmation, isImportingGame, message, messageKind, challenge
+    state,
+    selection,
+    showRules,
+    confirmation,
+    isImportingGame,
+    message,
+    messageKind,
+    challenge
 };
 
 // The one live game. Every player action ends in one of these operations; the store asks the

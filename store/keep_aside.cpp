@@ -44,10 +44,7 @@ std::string utcStamp(std::chrono::system_clock::time_point now)
     return text;
 }
 
-fs::path withSuffix(const fs::path& path, const char* suffix)
-{
-    return fs::path(path.native() + suffix);
-}
+fs::path withSuffix(const fs::path& path, const char* suffix) { return fs::path(path.native() + suffix); }
 
 bool companionsAreFree(const fs::path& aside)
 {
@@ -104,7 +101,8 @@ bool writeDurably(const fs::path& path, std::span<const std::uint8_t> bytes)
         return false;
     }
     // The new name must survive a power loss too, not only the bytes behind it.
-    const int folder = open(path.parent_path().empty() ? "." : path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int folder =
+        open(path.parent_path().empty() ? "." : path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder >= 0) {
         fsync(folder);
         close(folder);

@@ -13,8 +13,8 @@ namespace zelvaine {
 // name next to it: "<name>.damaged-<UTC time>", with "-2", "-3"… added when that name is taken.
 // Nothing is ever overwritten or deleted. Gives the new name of the file, or nothing when it
 // could not be moved; then the file is where it was and no new database may be made over it.
-std::optional<std::filesystem::path> keepDamagedFileAside(
-    const std::filesystem::path& file, std::chrono::system_clock::time_point now);
+std::optional<std::filesystem::path> keepDamagedFileAside(const std::filesystem::path& file,
+                                                          std::chrono::system_clock::time_point now);
 
 // Copies a damaged value out of a sound database into a new file next to it,
 // "<name>.<what>.damaged-<UTC time>", durable before this returns, so that nothing written to the

@@ -20,7 +20,8 @@ std::optional<element> optionalMember(const simdjson::dom::object& object, std::
 JsonResult<std::vector<GameState>> decodePositions(const element& value, const JsonPath& path)
 {
     simdjson::dom::array array;
-    if (value.get_array().get(array) != simdjson::SUCCESS) return Unexpected{JsonError{path.text(), "expected an array"}};
+    if (value.get_array().get(array) != simdjson::SUCCESS)
+        return Unexpected{JsonError{path.text(), "expected an array"}};
     std::vector<GameState> positions;
     positions.reserve(array.size());
     std::size_t index = 0;
@@ -38,7 +39,8 @@ JsonResult<SavedGame> decodeSavedGame(const element& root)
     if (root.get_object().get(object) != simdjson::SUCCESS) return Unexpected{JsonError{"", "expected an object"}};
 
     SavedGame game;
-    for (auto [key, target] : {std::pair{"currentState", &game.currentState}, std::pair{"initialState", &game.initialState}}) {
+    for (auto [key, target] :
+         {std::pair{"currentState", &game.currentState}, std::pair{"initialState", &game.initialState}}) {
         auto value = optionalMember(object, key);
         if (!value) return Unexpected{JsonError{"", "missing key \"" + std::string(key) + "\""}};
         auto position = decodeGameState(*value, JsonPath(key));
@@ -79,8 +81,8 @@ namespace {
 const EncodedPosition& literal(int which)
 {
     static const EncodedPosition pieces[] = {
-        piece("{\"currentState\":"), piece(",\"initialState\":"), piece(",\"history\":["),
-        piece("],\"redoHistory\":["),  piece("],\"challenge\":"),  piece(","),
+        piece("{\"currentState\":"),  piece(",\"initialState\":"), piece(",\"history\":["),
+        piece("],\"redoHistory\":["), piece("],\"challenge\":"),   piece(","),
     };
     return pieces[which];
 }

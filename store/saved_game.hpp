@@ -49,8 +49,7 @@ struct SavedGamePositions {
     std::vector<EncodedPosition> history;
     std::vector<EncodedPosition> redoHistory;
 };
-std::optional<SavedGamePositions> savedGamePositions(const DataRuns& runs, std::size_t historySize,
-                                                     std::size_t redoSize);
+std::optional<SavedGamePositions> savedGamePositions(const DataRuns& runs, std::size_t historySize, std::size_t redoSize);
 
 // Reading without judging: missing histories read as empty, a missing challenge as all false.
 JsonResult<SavedGame> decodeSavedGame(std::string_view json);

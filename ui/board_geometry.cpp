@@ -27,6 +27,9 @@ double BoardGeometry::columnOffset(int count, double cardWidth, double available
     return ColumnLayout::fit(count > 0 ? static_cast<std::size_t>(count) : 0, cardWidth, availableHeight).offset;
 }
 
-double BoardGeometry::selectionRadius(double cardWidth) const { return ColumnLayout{0, cardWidth, 0}.selectionCornerRadius(); }
+double BoardGeometry::selectionRadius(double cardWidth) const
+{
+    return ColumnLayout{0, cardWidth, 0}.selectionCornerRadius();
+}
 
 } // namespace zelvaine

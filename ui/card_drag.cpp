@@ -21,9 +21,11 @@ std::optional<Rect> sourceCardFrame(const MoveSource& source, double cardWidth, 
     const auto count = static_cast<std::int64_t>(state.tableau[static_cast<std::size_t>(source.column())].size());
     if (source.cardIndex < 0 || source.cardIndex >= count) return std::nullopt;
     const double cardHeight = cardWidth / cardPlaceAspect;
-    const double offset = count <= 1 ? 0
-        : std::max(minimumCardOffset,
-                   std::min((column->height - cardHeight) / static_cast<double>(count - 1), 0.36 * cardWidth));
+    const double offset =
+        count <= 1
+            ? 0
+            : std::max(minimumCardOffset,
+                       std::min((column->height - cardHeight) / static_cast<double>(count - 1), 0.36 * cardWidth));
     return Rect{column->x + column->width / 2 - cardWidth / 2,
                 column->y + static_cast<double>(source.cardIndex) * offset, cardWidth, cardHeight};
 }
@@ -35,9 +37,8 @@ Point CardDragSession::centreFor(Point pointer) const
             pointer.y - drag_->pointerOffsetFromTopLeft.y + cardHeight / 2};
 }
 
-CardDragSession::Change CardDragSession::change(GameStore& store, const DropFrameCache& cache,
-                                                const MoveSource& source, Point location, Point startLocation,
-                                                double cardWidth)
+CardDragSession::Change CardDragSession::change(GameStore& store, const DropFrameCache& cache, const MoveSource& source,
+                                                Point location, Point startLocation, double cardWidth)
 {
     if (drag_) {
         if (drag_->source != source) return Change::ignored;
@@ -68,10 +69,10 @@ CardDragSession::End CardDragSession::end(GameStore& store, const DropFrameCache
 {
     // Another card's gesture ending while a preview springs back leaves that preview alone.
     if (!drag_ || drag_->source != source) return {};
-    const Rect stack = draggedStackFrame(location, drag_->pointerOffsetFromTopLeft, drag_->cardWidth,
-                                         drag_->cards.size());
-    const auto destination = DropDestinationResolver::resolve(dropCandidates(
-        stack, location, cache, [&](const MoveDestination& d) { return store.canMove(source, d); }));
+    const Rect stack =
+        draggedStackFrame(location, drag_->pointerOffsetFromTopLeft, drag_->cardWidth, drag_->cards.size());
+    const auto destination = DropDestinationResolver::resolve(
+        dropCandidates(stack, location, cache, [&](const MoveDestination& d) { return store.canMove(source, d); }));
     if (destination) {
         const End committed{End::Kind::committed, *destination, drag_->id, location_};
         drag_.reset();

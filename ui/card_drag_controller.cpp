@@ -79,7 +79,8 @@ void CardDragController::refreshFrames()
     if (!boardItem_) return;
     for (const Target& target : std::as_const(targets_)) {
         if (!target.item || !target.item->isVisible()) continue;
-        const QRectF frame = target.item->mapRectToItem(boardItem_, QRectF(0, 0, target.item->width(), target.item->height()));
+        const QRectF frame =
+            target.item->mapRectToItem(boardItem_, QRectF(0, 0, target.item->width(), target.item->height()));
         frames_.report(target.destination, {frame.x(), frame.y(), frame.width(), frame.height()});
     }
 }
@@ -164,8 +165,12 @@ int CardDragController::fly(const MoveSource& source, std::int64_t foundationInd
     const auto from = sourceCardFrame(source, width, frames_, board_->store().state());
     if (!from) return 0;
     const double height = width / cardPlaceAspect;
-    session_.show({Uuid::random(), source, {card}, {from->x + from->width / 2, from->y + from->height / 2},
-                   {width / 2, height / 2}, width});
+    session_.show({Uuid::random(),
+                   source,
+                   {card},
+                   {from->x + from->width / 2, from->y + from->height / 2},
+                   {width / 2, height / 2},
+                   width});
     motion_.stop();
     position_.setLocation(toQPoint(session_.location()));
     setFaces({card}, width);

@@ -37,7 +37,7 @@ QVariant CardListModel::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> CardListModel::roleNames() const
 {
-    return {{HasCardRole, "hasCard"}, {CardIdRole, "cardId"}, {FaceRole, "face"},
+    return {{HasCardRole, "hasCard"}, {CardIdRole, "cardId"},   {FaceRole, "face"},
             {NameRole, "name"},       {MovableRole, "movable"}, {PileSizeRole, "pileSize"}};
 }
 
@@ -88,7 +88,8 @@ void CardListModel::refreshFaces()
 {
     QStringList faces;
     faces.reserve(static_cast<qsizetype>(rows_.size()));
-    for (const Row& row : rows_) faces.append(row.card ? QString::fromStdString(facePictureName(*row.card)) : QString());
+    for (const Row& row : rows_)
+        faces.append(row.card ? QString::fromStdString(facePictureName(*row.card)) : QString());
     if (faces == faces_) return;
     faces_ = faces;
     emit facesChanged();

@@ -52,15 +52,19 @@ std::vector<SpriteSlice> columnSlices(std::size_t count, double placeWidth, doub
 {
     const std::size_t shown = std::min(count, hiddenFrom);
     const Rect face = cardFaceFrame({0, 0, placeWidth, placeWidth / cardPlaceAspect});
-    const CardSpriteGeometry sprite = CardSpriteGeometry::forFaceWidth(static_cast<int>(std::lround(face.width * pixelRatio)));
+    const CardSpriteGeometry sprite =
+        CardSpriteGeometry::forFaceWidth(static_cast<int>(std::lround(face.width * pixelRatio)));
     std::vector<SpriteSlice> slices;
     slices.reserve(shown);
     for (std::size_t i = 0; i < shown; ++i) {
         const double top = static_cast<double>(i) * offset * pixelRatio;
         const bool last = i + 1 == shown;
         // A covered card shows down to where the next card's own top begins.
-        const int rows = last ? sprite.height() : std::min(sprite.height(), sprite.topMargin + static_cast<int>(std::ceil(offset * pixelRatio)));
-        slices.push_back({i, 0, rows, face.x * pixelRatio - sprite.sideMargin, top + face.y * pixelRatio - sprite.topMargin});
+        const int rows =
+            last ? sprite.height()
+                 : std::min(sprite.height(), sprite.topMargin + static_cast<int>(std::ceil(offset * pixelRatio)));
+        slices.push_back(
+            {i, 0, rows, face.x * pixelRatio - sprite.sideMargin, top + face.y * pixelRatio - sprite.topMargin});
     }
     return slices;
 }

@@ -27,7 +27,8 @@ const std::array<QColor, 7> colours{QColor("#ffd60a"), QColor("#ff9f0a"), QColor
 QImage piecePicture(const ConfettiParticle& particle, qreal pixelRatio)
 {
     const double scale = pixelRatio * 2; // a little extra so rotation stays smooth
-    QImage image(QSize(static_cast<int>(std::ceil(particle.size * scale)), static_cast<int>(std::ceil(particle.size / 2 * scale))),
+    QImage image(QSize(static_cast<int>(std::ceil(particle.size * scale)),
+                       static_cast<int>(std::ceil(particle.size / 2 * scale))),
                  QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -46,8 +47,7 @@ class SoftwarePieceNode : public QSGRenderNode {
 public:
     SoftwarePieceNode(QQuickWindow* window, const ConfettiParticle& particle)
         : window_(window), picture_(piecePicture(particle, window->effectiveDevicePixelRatio())), size_(particle.size)
-    {
-    }
+    {}
 
     // Returns whether anything changed on screen: a hidden piece that stays hidden costs nothing.
     bool place(const ConfettiParticle& particle, const ConfettiPiece& piece)
@@ -141,7 +141,8 @@ QSGNode* ConfettiItem::updateSoftwareNodes(QSGNode* root, double seconds)
     const auto& particles = confettiParticles();
     if (!root) {
         root = new QSGNode;
-        for (const ConfettiParticle& particle : particles) root->appendChildNode(new SoftwarePieceNode(window(), particle));
+        for (const ConfettiParticle& particle : particles)
+            root->appendChildNode(new SoftwarePieceNode(window(), particle));
     }
     QSGNode* node = root->firstChild();
     for (const ConfettiParticle& particle : particles) {
@@ -166,7 +167,8 @@ QSGNode* ConfettiItem::updateTextureNodes(QSGNode* old, double seconds)
             auto* transform = new QSGTransformNode;
             auto* opacity = new QSGOpacityNode;
             QSGImageNode* picture = window()->createImageNode();
-            picture->setTexture(window()->createTextureFromImage(piecePicture(particle, window()->effectiveDevicePixelRatio())));
+            picture->setTexture(
+                window()->createTextureFromImage(piecePicture(particle, window()->effectiveDevicePixelRatio())));
             picture->setOwnsTexture(true);
             picture->setFiltering(QSGTexture::Linear);
             picture->setRect(QRectF(-particle.size / 2, -particle.size / 4, particle.size, particle.size / 2));

@@ -27,8 +27,8 @@ std::int64_t indexRank(const MoveDestination& destination)
 
 bool contains(const Rect& frame, Point point)
 {
-    return point.x >= frame.x && point.x <= frame.x + frame.width && point.y >= frame.y
-           && point.y <= frame.y + frame.height;
+    return point.x >= frame.x && point.x <= frame.x + frame.width && point.y >= frame.y &&
+           point.y <= frame.y + frame.height;
 }
 
 } // namespace
@@ -45,8 +45,10 @@ std::optional<MoveDestination> DropDestinationResolver::resolve(std::vector<Cand
     if (candidates.empty()) return std::nullopt;
     const auto before = [](const Candidate& a, const Candidate& b) {
         // Tuples compare left to right: pointer containment, area, kind, index.
-        return std::make_tuple(!a.containsPointer, -a.overlapArea, kindRank(a.destination.kind), indexRank(a.destination))
-               < std::make_tuple(!b.containsPointer, -b.overlapArea, kindRank(b.destination.kind), indexRank(b.destination));
+        return std::make_tuple(!a.containsPointer, -a.overlapArea, kindRank(a.destination.kind),
+                               indexRank(a.destination)) < std::make_tuple(!b.containsPointer, -b.overlapArea,
+                                                                           kindRank(b.destination.kind),
+                                                                           indexRank(b.destination));
     };
     return std::min_element(candidates.begin(), candidates.end(), before)->destination;
 }
@@ -59,9 +61,9 @@ Rect draggedStackFrame(Point pointer, Point pointerOffsetFromTopLeft, double car
             cardHeight + extra};
 }
 
-std::vector<DropDestinationResolver::Candidate> dropCandidates(
-    const Rect& stack, Point pointer, const DropFrameCache& cache,
-    const std::function<bool(const MoveDestination&)>& accepts)
+std::vector<DropDestinationResolver::Candidate> dropCandidates(const Rect& stack, Point pointer,
+                                                               const DropFrameCache& cache,
+                                                               const std::function<bool(const MoveDestination&)>& accepts)
 {
     std::vector<DropDestinationResolver::Candidate> candidates;
     for (const auto& [destination, frame] : cache.frames()) {

@@ -53,8 +53,8 @@ inline constexpr double draggedStringOverlap = 18;
 Rect draggedStackFrame(Point pointer, Point pointerOffsetFromTopLeft, double cardWidth, std::size_t draggedCount);
 
 // Every cached destination that accepts the move and that the stack touches.
-std::vector<DropDestinationResolver::Candidate> dropCandidates(
-    const Rect& stack, Point pointer, const DropFrameCache& cache,
-    const std::function<bool(const MoveDestination&)>& accepts);
+std::vector<DropDestinationResolver::Candidate>
+dropCandidates(const Rect& stack, Point pointer, const DropFrameCache& cache,
+               const std::function<bool(const MoveDestination&)>& accepts);
 
 } // namespace zelvaine

@@ -85,10 +85,7 @@ int GameBoard::selectionCardIndex() const
     return store_.selection() ? static_cast<int>(store_.selection()->cardIndex) : -1;
 }
 
-QString GameBoard::message() const
-{
-    return store_.message() ? QString::fromStdString(*store_.message()) : QString();
-}
+QString GameBoard::message() const { return store_.message() ? QString::fromStdString(*store_.message()) : QString(); }
 
 Message::Kind GameBoard::messageKind() const { return zelvaine::messageKind(store_.messageKind()); }
 
@@ -140,16 +137,25 @@ QString confirmationText(const std::optional<GameConfirmation>& confirmation, st
 
 } // namespace
 
-QString GameBoard::confirmationTitle() const { return confirmationText(store_.confirmation(), &ConfirmationTexts::title); }
+QString GameBoard::confirmationTitle() const
+{
+    return confirmationText(store_.confirmation(), &ConfirmationTexts::title);
+}
 
 QString GameBoard::confirmationMessage() const
 {
     return confirmationText(store_.confirmation(), &ConfirmationTexts::message);
 }
 
-QString GameBoard::confirmText() const { return confirmationText(store_.confirmation(), &ConfirmationTexts::confirmButton); }
+QString GameBoard::confirmText() const
+{
+    return confirmationText(store_.confirmation(), &ConfirmationTexts::confirmButton);
+}
 
-QString GameBoard::cancelText() const { return confirmationText(store_.confirmation(), &ConfirmationTexts::cancelButton); }
+QString GameBoard::cancelText() const
+{
+    return confirmationText(store_.confirmation(), &ConfirmationTexts::cancelButton);
+}
 
 void GameBoard::confirm()
 {
@@ -220,10 +226,7 @@ QString GameBoard::winMessage() const
     return QString::fromStdString(celebrationMessage(store_.gameIdentifier(), store_.state().moveCount));
 }
 
-QString GameBoard::winSummary() const
-{
-    return QString::fromStdString(completionSummary(store_.state().moveCount));
-}
+QString GameBoard::winSummary() const { return QString::fromStdString(completionSummary(store_.state().moveCount)); }
 
 void GameBoard::playFinishStep() { wakeFinishAfter(finish_.step()); }
 
@@ -254,8 +257,8 @@ void GameBoard::refreshPlaces()
 
     std::vector<CardListModel::Row> tops;
     for (const Pile& pile : state.foundations) {
-        tops.push_back({pile.empty() ? std::nullopt : std::optional(pile.back()), !pile.empty(),
-                        static_cast<int>(pile.size())});
+        tops.push_back(
+            {pile.empty() ? std::nullopt : std::optional(pile.back()), !pile.empty(), static_cast<int>(pile.size())});
     }
     foundations_.setRows(std::move(tops));
 }
@@ -266,7 +269,8 @@ void GameBoard::refreshTargets()
     QList<bool> foundations(static_cast<qsizetype>(foundationCount), false);
     QList<bool> hand(static_cast<qsizetype>(handSlotCount), false);
     if (const auto& selection = store_.selection()) {
-        for (qsizetype c = 0; c < columns.size(); ++c) columns[c] = store_.canMove(*selection, MoveDestination::tableau(c));
+        for (qsizetype c = 0; c < columns.size(); ++c)
+            columns[c] = store_.canMove(*selection, MoveDestination::tableau(c));
         for (qsizetype f = 0; f < foundations.size(); ++f) {
             foundations[f] = store_.canMove(*selection, MoveDestination::foundation(f));
         }

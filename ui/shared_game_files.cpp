@@ -8,10 +8,7 @@
 
 namespace zelvaine {
 
-bool isSharedGameFile(const QString& path)
-{
-    return QFileInfo(path).suffix().toLower() == QLatin1String("zelvaine");
-}
+bool isSharedGameFile(const QString& path) { return QFileInfo(path).suffix().toLower() == QLatin1String("zelvaine"); }
 
 QString localPath(const QUrl& file)
 {
@@ -33,17 +30,22 @@ std::optional<QString> writeSharedGame(const QString& path, const std::string& b
     const QString folder = QDir::toNativeSeparators(file.absolutePath());
     // The panel lets the player type any folder; say plainly which one was wrong.
     if (!QFileInfo(file.absolutePath()).isDir())
-        return QCoreApplication::translate("SharedGameFiles", "The game was not shared: the folder “%1” does not exist.").arg(folder);
+        return QCoreApplication::translate("SharedGameFiles",
+                                           "The game was not shared: the folder “%1” does not exist.")
+            .arg(folder);
 
     QSaveFile out(path);
     if (out.open(QIODevice::WriteOnly)) {
-        const bool written = out.write(bytes.data(), static_cast<qint64>(bytes.size())) == static_cast<qint64>(bytes.size());
+        const bool written =
+            out.write(bytes.data(), static_cast<qint64>(bytes.size())) == static_cast<qint64>(bytes.size());
         if (written && out.commit()) return std::nullopt;
     }
     // Qt reports a full disk as running out of resources.
-    if (out.error() == QFileDevice::ResourceError) return QCoreApplication::translate("SharedGameFiles", "The game was not shared: the disk is full.");
+    if (out.error() == QFileDevice::ResourceError)
+        return QCoreApplication::translate("SharedGameFiles", "The game was not shared: the disk is full.");
     if (!QFileInfo(file.absolutePath()).isWritable() || (file.exists() && !file.isWritable()))
-        return QCoreApplication::translate("SharedGameFiles", "The game was not shared: “%1” cannot be written to.").arg(QDir::toNativeSeparators(file.absoluteFilePath()));
+        return QCoreApplication::translate("SharedGameFiles", "The game was not shared: “%1” cannot be written to.")
+            .arg(QDir::toNativeSeparators(file.absoluteFilePath()));
     return QCoreApplication::translate("SharedGameFiles", "The game was not shared: “%1” could not be written (%2).")
         .arg(QDir::toNativeSeparators(file.absoluteFilePath()), out.errorString());
 }

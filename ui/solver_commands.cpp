@@ -13,7 +13,8 @@ std::string verdictText(solver::Verdict verdict)
 {
     switch (verdict) {
     case solver::Verdict::winnable: return localized(QT_TRANSLATE_NOOP("Zelvaine", "This deal can still be won."));
-    case solver::Verdict::unwinnable: return localized(QT_TRANSLATE_NOOP("Zelvaine", "This deal can no longer be won."));
+    case solver::Verdict::unwinnable:
+        return localized(QT_TRANSLATE_NOOP("Zelvaine", "This deal can no longer be won."));
     case solver::Verdict::unknown: break;
     }
     return localized(QT_TRANSLATE_NOOP("Zelvaine", "The solver could not decide this deal quickly."));
@@ -33,8 +34,9 @@ SolverCommands::SolverCommands(GameStore& store, GamePreferences* preferences,
     // Answers arrive on the worker; the queued call runs on this object's thread, and not at
     // all once this object is gone.
     auto makeService = [this](solver::WinnabilityService::Delivery deliver) {
-        return solve_ ? std::make_unique<solver::WinnabilityService>(std::move(deliver), solve_, solver::releaseFreeMemory)
-                     : std::make_unique<solver::WinnabilityService>(std::move(deliver));
+        return solve_
+                   ? std::make_unique<solver::WinnabilityService>(std::move(deliver), solve_, solver::releaseFreeMemory)
+                   : std::make_unique<solver::WinnabilityService>(std::move(deliver));
     };
     live_ = makeService([this](solver::WinnabilityService::Answer answer) {
         QMetaObject::invokeMethod(
@@ -57,8 +59,7 @@ SolverCommands::SolverCommands(GameStore& store, GamePreferences* preferences,
     }
     auto deliver = [this](solver::WinnabilityService::Answer answer) {
         QMetaObject::invokeMethod(
-            this, [this, answer = std::move(answer)] { onAnswer(answer.generation, answer); },
-            Qt::QueuedConnection);
+            this, [this, answer = std::move(answer)] { onAnswer(answer.generation, answer); }, Qt::QueuedConnection);
     };
     service_ = makeService(std::move(deliver));
 }
@@ -89,13 +90,17 @@ void SolverCommands::followPreferences()
         if (preferences_->winnableDealsOnly()) {
             // Told on the dealer's thread; the store hears of it on this one, and not at all once
             // this object is gone.
-            dealer_ = std::make_unique<solver::WinnableDealer>(
-                [] { return dealNewGame(); },
-                [this] { QMetaObject::invokeMethod(this, [this] { store_.dealerHasDeal(); }, Qt::QueuedConnection); },
-                solve_);
+            dealer_ = std::make_unique<solver::WinnableDealer>([] { return dealNewGame(); },
+                                                               [this] {
+                                                                   QMetaObject::invokeMethod(
+                                                                       this, [this] { store_.dealerHasDeal(); },
+                                                                       Qt::QueuedConnection);
+                                                               },
+                                                               solve_);
             store_.setDealer([this]() -> std::optional<GameState> {
                 std::optional<GameState> deal = dealer_->take();
-                if (!deal) store_.showNotice(localized(QT_TRANSLATE_NOOP("Zelvaine", "Finding a deal that can be won…")));
+                if (!deal)
+                    store_.showNotice(localized(QT_TRANSLATE_NOOP("Zelvaine", "Finding a deal that can be won…")));
                 return deal;
             });
         } else {
@@ -163,9 +168,7 @@ void SolverCommands::onAnswer(std::uint64_t generation, const solver::Winnabilit
     if (running_ == Command::None || generation != generation_ || !service_->isCurrent(generation)) return;
     const solver::SolveResult& result = answer.result;
     switch (running_) {
-    case Command::CheckWinnability:
-        finish(verdictText(result.verdict));
-        return;
+    case Command::CheckWinnability: finish(verdictText(result.verdict)); return;
     case Command::WinningMove:
         if (result.verdict == solver::Verdict::winnable && !result.moves.empty()) {
             setRunning(Command::None);
@@ -177,8 +180,7 @@ void SolverCommands::onAnswer(std::uint64_t generation, const solver::Winnabilit
     case Command::UndoToWinnable:
         if (answer.search) undoToLastWinnable(*answer.search);
         return;
-    case Command::None:
-        return;
+    case Command::None: return;
     }
 }
 
@@ -202,7 +204,8 @@ void SolverCommands::undoToLastWinnable(const solver::LastWinnableAnswer& search
     changingPosition_ = true;
     for (std::size_t step = 0; step < steps; ++step) store_.undo();
     changingPosition_ = false;
-    finish(formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "The deal was lost at move %1.")), {std::to_string(lostAt)}));
+    finish(formatText(localized(QT_TRANSLATE_NOOP("Zelvaine", "The deal was lost at move %1.")),
+                      {std::to_string(lostAt)}));
 }
 
 void SolverCommands::finish(std::string notice)

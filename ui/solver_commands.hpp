@@ -3,8 +3,8 @@
 // moc cannot read the C++20 standard headers these pull in, and needs nothing from them.
 #ifndef Q_MOC_RUN
 #include "solver/last_winnable_search.hpp"
-#include "solver/winnable_dealer.hpp"
 #include "solver/winnability_service.hpp"
+#include "solver/winnable_dealer.hpp"
 #include "store/game_preferences.hpp"
 #include "store/game_store.hpp"
 #endif

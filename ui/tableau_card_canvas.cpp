@@ -111,7 +111,8 @@ QSGNode* TableauCardCanvas::updatePaintNode(QSGNode* old, UpdatePaintNodeData*)
 
     const double ratio = scene->effectiveDevicePixelRatio();
     const auto count = static_cast<std::size_t>(faces_.size());
-    const std::size_t hidden = hiddenFrom_ < 0 ? std::numeric_limits<std::size_t>::max() : static_cast<std::size_t>(hiddenFrom_);
+    const std::size_t hidden =
+        hiddenFrom_ < 0 ? std::numeric_limits<std::size_t>::max() : static_cast<std::size_t>(hiddenFrom_);
     std::vector<SpriteSlice> slices = columnSlices(count, cardWidth_, offset_, ratio, hidden);
     // The shaking card goes last, so that it lies over the cards below it.
     if (nudgedIndex_ >= 0 && static_cast<std::size_t>(nudgedIndex_) < slices.size()) {

@@ -47,10 +47,7 @@ void onFoundationCard(GameStore& store, std::int64_t index)
     onPlacedCard(store, MoveSource::foundation(index), MoveDestination::foundation(index));
 }
 
-void onEmptyPlace(GameStore& store, const MoveDestination& destination)
-{
-    store.handleTap(destination, std::nullopt);
-}
+void onEmptyPlace(GameStore& store, const MoveDestination& destination) { store.handleTap(destination, std::nullopt); }
 
 void onTable(GameStore& store)
 {

@@ -15,8 +15,7 @@ class FakeItem final : public MenuItem {
 public:
     FakeItem(std::string name, std::string key, ModifierMask mask, Menu* submenu = nullptr, bool separator = false)
         : title(std::move(name)), key_(std::move(key)), mask_(mask), submenu_(submenu), separator_(separator)
-    {
-    }
+    {}
     Menu* submenu() const override { return submenu_; }
     std::string keyEquivalent() const override { return key_; }
     ModifierMask keyEquivalentModifiers() const override { return mask_; }
@@ -86,8 +85,12 @@ private:
 // The menu bar a document application gets by default, with the game's commands mixed in.
 struct FakeMenuBar {
     explicit FakeMenuBar(bool reportsChanges = false)
-        : app(reportsChanges), file(reportsChanges), edit(reportsChanges), view(reportsChanges),
-          window(reportsChanges), help(reportsChanges)
+        : app(reportsChanges),
+          file(reportsChanges),
+          edit(reportsChanges),
+          view(reportsChanges),
+          window(reportsChanges),
+          help(reportsChanges)
     {
         fill(app, {item("About Zelvaine", "", 0), item("Preferences…", ",", command), item("Quit", "q", command)});
         fill(file, {item("New Game", "n", command), item("Open Game…", "o", command), separator(),

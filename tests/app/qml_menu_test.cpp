@@ -99,7 +99,8 @@ protected:
         for (int index = 0; index < count; ++index) {
             QQuickItem* item = nullptr;
             QMetaObject::invokeMethod(menu, "itemAt", Q_RETURN_ARG(QQuickItem*, item), Q_ARG(int, index));
-            result.append(item->inherits("QQuickMenuSeparator") ? QStringLiteral("-") : item->property("text").toString());
+            result.append(item->inherits("QQuickMenuSeparator") ? QStringLiteral("-")
+                                                                : item->property("text").toString());
         }
         return result;
     }
@@ -108,7 +109,8 @@ protected:
     {
         Titles result;
         const QQmlListReference menus(bar.get(), "menus");
-        for (qsizetype index = 0; index < menus.count(); ++index) result.append(menus.at(index)->property("title").toString());
+        for (qsizetype index = 0; index < menus.count(); ++index)
+            result.append(menus.at(index)->property("title").toString());
         return result;
     }
 

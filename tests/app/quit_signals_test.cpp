@@ -34,10 +34,8 @@ GameState nearlyFinished(const GameState& deal)
     for (std::size_t pile = 0; pile < foundationCount; ++pile) {
         for (std::size_t rank = 0; rank < 13; ++rank) {
             const PlayingCard& card = cards[pile * 13 + rank];
-            if (rank < 8)
-                position.foundations[pile].push_back(card);
-            else
-                position.tableau[pile].insert(position.tableau[pile].begin(), card);
+            if (rank < 8) position.foundations[pile].push_back(card);
+            else position.tableau[pile].insert(position.tableau[pile].begin(), card);
         }
     }
     return position;
@@ -63,8 +61,8 @@ TEST_P(QuitSignalTest, AnAutomaticFinishUnderWayEndsPlayedOutAndSaved)
     });
     if (!started) kill(game, SIGKILL);
     ASSERT_TRUE(started) << "the game never started its automatic finish; saved: "
-                           << (home.savedGame() ? std::to_string(home.savedGame()->currentState.moveCount) + " moves"
-                                                : std::string("nothing"));
+                         << (home.savedGame() ? std::to_string(home.savedGame()->currentState.moveCount) + " moves"
+                                              : std::string("nothing"));
 
     kill(game, GetParam());
     EXPECT_EQ(testing::waitForExit(game), 0);

@@ -13,8 +13,9 @@ TEST(RendererChoice, KnowsMesasSoftwareRasterisers)
                              "LLVMPIPE (LLVM 17.0.0, 128 bits)"}) {
         EXPECT_TRUE(isSoftwareRasteriser(name)) << name;
     }
-    for (const char* name : {"Mesa Intel(R) UHD Graphics 620 (KBL GT2)", "AMD Radeon RX 6600 (navi23, LLVM 15.0.6, DRM 3.49)",
-                             "NVIDIA GeForce GTX 1060/PCIe/SSE2", "SVGA3D; build: RELEASE;", "virgl", ""}) {
+    for (const char* name :
+         {"Mesa Intel(R) UHD Graphics 620 (KBL GT2)", "AMD Radeon RX 6600 (navi23, LLVM 15.0.6, DRM 3.49)",
+          "NVIDIA GeForce GTX 1060/PCIe/SSE2", "SVGA3D; build: RELEASE;", "virgl", ""}) {
         EXPECT_FALSE(isSoftwareRasteriser(name)) << name;
     }
 }

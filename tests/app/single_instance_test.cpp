@@ -33,7 +33,8 @@ public:
         std::ifstream built(ZELVAINE_SERVICE_FILE);
         std::ofstream service(services / "nl.orvent.zelvaine.service");
         for (std::string line; std::getline(built, line);)
-            service << (line.starts_with("Exec=") ? std::string("Exec=") + ZELVAINE_GAME + " --answer-yes" : line) << '\n';
+            service << (line.starts_with("Exec=") ? std::string("Exec=") + ZELVAINE_GAME + " --answer-yes" : line)
+                    << '\n';
         std::ofstream(home.path() / "bus.conf")
             << "<busconfig><type>session</type><listen>" << address_ << "</listen>"
             << "<servicedir>" << services.string() << "</servicedir>"
@@ -65,8 +66,7 @@ public:
     explicit BusClient(const PrivateBus& bus)
         : application_(argc_, argv_),
           connection_(QDBusConnection::connectToBus(QString::fromStdString(bus.address()), "desktop"))
-    {
-    }
+    {}
     BusClient(const BusClient&) = delete;
     BusClient& operator=(const BusClient&) = delete;
     ~BusClient() { QDBusConnection::disconnectFromBus("desktop"); }
@@ -150,8 +150,9 @@ TEST_F(SingleInstanceTest, TheDesktopStartsTheGameThroughTheBusWithAFileToOpen)
     ASSERT_TRUE(desktop.connection().isConnected());
 
     // As a DBusActivatable desktop entry is opened: no process, only a call to the entry's name.
-    const QDBusMessage reply = desktop.callGame(
-        "Open", {QStringList{SingleInstance::fileUri(QString::fromStdString(sharedGame().string()))}, QVariantMap{}});
+    const QDBusMessage reply =
+        desktop.callGame("Open", {QStringList{SingleInstance::fileUri(QString::fromStdString(sharedGame().string()))},
+                                  QVariantMap{}});
     EXPECT_EQ(reply.type(), QDBusMessage::ReplyMessage) << reply.errorMessage().toStdString();
     EXPECT_TRUE(testing::eventually([&] { return openedSharedGame(); })) << "the started game did not open the file";
 

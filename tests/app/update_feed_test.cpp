@@ -21,8 +21,8 @@ TEST(ReleaseVersion, ComparesComponentsAsNumbersAndBuildsOnlyBetweenEqualVersion
         const char* bBuild;
         int order;
     } cases[] = {
-        {"1.10", "", "1.9", "", 1},  {"1.2", "", "1.2.0", "", 0},  {"2", "", "1.99", "", 1},
-        {"1.2", "7", "1.2", "12", -1}, {"1.3", "1", "1.2", "99", 1}, {"1.2", "", "1.2", "5", 0},
+        {"1.10", "", "1.9", "", 1},      {"1.2", "", "1.2.0", "", 0},  {"2", "", "1.99", "", 1},
+        {"1.2", "7", "1.2", "12", -1},   {"1.3", "1", "1.2", "99", 1}, {"1.2", "", "1.2", "5", 0},
         {"0.0.1", "", "0.0.0.9", "", 1},
     };
     for (const auto& c : cases) {
@@ -59,7 +59,8 @@ TEST(FeedReading, HostileDocumentsAreRefused)
     const QByteArray external = R"(<?xml version="1.0"?><!DOCTYPE rss [<!ENTITY x SYSTEM "file:///etc/passwd">]>
 <rss><channel><item><version>1.0</version><link>https://example.org/&x;</link></item></channel></rss>)";
     EXPECT_TRUE(readFeed(external).failure.contains("document type"));
-    EXPECT_TRUE(readFeed("<rss><channel><item><version>1.0</version>&undeclared;</item></channel></rss>").failure.contains("damaged"));
+    EXPECT_TRUE(readFeed("<rss><channel><item><version>1.0</version>&undeclared;</item></channel></rss>")
+                    .failure.contains("damaged"));
     EXPECT_FALSE(readFeed(QByteArray(100000, '<')).newest.has_value());
     EXPECT_FALSE(readFeed(QByteArray("\0\0\0", 3)).newest.has_value());
 }
@@ -89,7 +90,10 @@ TEST(UpdateConfigurationReading, AcceptsTheDocumentedFormAndNothingElse)
     EXPECT_EQ(defaults.configuration->checkInterval, std::chrono::hours(24));
 
     for (const char* damaged : {
-             "", "[]", R"({"feedURL": 5})", R"({"feedURL": "http://updates.example.org/feed.xml"})",
+             "",
+             "[]",
+             R"({"feedURL": 5})",
+             R"({"feedURL": "http://updates.example.org/feed.xml"})",
              R"({"feedURL": "https://u.example.org/f", "automaticChecks": "yes"})",
              R"({"feedURL": "https://u.example.org/f", "checkIntervalHours": 0})",
              R"({"feedURL": "https://u.example.org/f", "checkIntervalHours": 1.5})",

@@ -24,8 +24,9 @@ QByteArray feedWith(const QByteArray& items)
 QByteArray item(const QByteArray& version, const QByteArray& build)
 {
     return "<item><title>Zelvaine " + version + "</title><version>" + version + "</version><build>" + build +
-           "</build><link>https://example.org/notes/" + version + "</link><enclosure url=\"https://example.org/zelvaine-" +
-           version + ".tar.xz\" type=\"application/x-xz\"/></item>";
+           "</build><link>https://example.org/notes/" + version +
+           "</link><enclosure url=\"https://example.org/zelvaine-" + version +
+           ".tar.xz\" type=\"application/x-xz\"/></item>";
 }
 
 UpdateConfigurationReading configurationFor(const QUrl& feed, bool automatic = false)
@@ -105,9 +106,10 @@ TEST(Updater, SaysUpToDateWhenTheNewestReleaseIsOursOrOlder)
 
 TEST(Updater, BadFeedsEndInAFailureThatSaysWhy)
 {
-    const QByteArray billionLaughs = "<?xml version=\"1.0\"?><!DOCTYPE rss [<!ENTITY a \"aaaaaaaaaa\">"
-                                     "<!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c \"&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;\">]>"
-                                     "<rss><channel><item><title>&c;</title></item></channel></rss>";
+    const QByteArray billionLaughs =
+        "<?xml version=\"1.0\"?><!DOCTYPE rss [<!ENTITY a \"aaaaaaaaaa\">"
+        "<!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\"><!ENTITY c \"&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;\">]>"
+        "<rss><channel><item><title>&c;</title></item></channel></rss>";
     const struct {
         TestResponse response;
         const char* reason;
@@ -146,7 +148,8 @@ TEST(Updater, AServerThatIsGoneOrSilentEndsInAFailure)
     Updater unreachable(configurationFor(closedPort), nullptr, options());
     checkAndWait(unreachable);
     EXPECT_EQ(unreachable.state(), State::Failed);
-    EXPECT_TRUE(unreachable.failureReason().contains("could not be reached")) << unreachable.failureReason().toStdString();
+    EXPECT_TRUE(unreachable.failureReason().contains("could not be reached"))
+        << unreachable.failureReason().toStdString();
 
     TestHttpServer server;
     server.serve("/feed.xml", {200, {}, {}, true, true});

@@ -34,9 +34,8 @@ class Cli : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        dir_ = fs::temp_directory_path() /
-               ("zelvaine-cli-test-" + std::to_string(::getpid()) + "-" +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        dir_ = fs::temp_directory_path() / ("zelvaine-cli-test-" + std::to_string(::getpid()) + "-" +
+                                            ::testing::UnitTest::GetInstance()->current_test_info()->name());
         fs::create_directories(dir_);
     }
     void TearDown() override { fs::remove_all(dir_); }
@@ -263,10 +262,12 @@ TEST_F(Cli, RestoreTellsWhatAStoreWouldMakeOfASavedValue)
 {
     GameState deal = dealNewGame();
     deal.moveCount = 4;
-    EXPECT_TRUE(run("restore " + save(deal, "bare.json")).out.starts_with(R"({"restored":"position","state":{"foundations":)"));
+    EXPECT_TRUE(
+        run("restore " + save(deal, "bare.json")).out.starts_with(R"({"restored":"position","state":{"foundations":)"));
     const CliRun none = run("restore " + write("{}", "empty.json"));
     EXPECT_EQ(none.status, 0);
-    EXPECT_EQ(none.out, "{\"restored\":\"none\",\"state\":null,\"historyCount\":0,\"redoCount\":0,\"challenge\":null}\n");
+    EXPECT_EQ(none.out,
+              "{\"restored\":\"none\",\"state\":null,\"historyCount\":0,\"redoCount\":0,\"challenge\":null}\n");
 }
 
 } // namespace

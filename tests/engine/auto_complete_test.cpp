@@ -139,7 +139,8 @@ TEST(AutoComplete, AgreesWithPlayingTheStepsOnRandomEndgames)
         }
         GameState played = s;
         while (auto step = nextFoundationAutoMove(played)) {
-            played = std::get<MoveMoved>(applyMove(played, step->source, MoveDestination::foundation(step->foundationIndex))).state;
+            played =
+                std::get<MoveMoved>(applyMove(played, step->source, MoveDestination::foundation(step->foundationIndex))).state;
         }
         EXPECT_EQ(canAutoComplete(s), isWon(played)) << "round " << round;
     }

@@ -64,8 +64,9 @@ public:
     std::string translate(std::string_view context, std::string_view key) const override
     {
         EXPECT_EQ(context, engineTextContext);
-        static const std::map<std::string_view, std::string> table{
-            {"%1 of %2", "%2: %1"}, {"hearts", "cœurs"}, {"queen", "dame"}};
+        static const std::map<std::string_view, std::string> table{{"%1 of %2", "%2: %1"},
+                                                                   {"hearts", "cœurs"},
+                                                                   {"queen", "dame"}};
         auto found = table.find(key);
         return found == table.end() ? std::string(key) : found->second;
     }

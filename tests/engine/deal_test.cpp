@@ -153,8 +153,8 @@ TEST(WellFormed, RequiresTheBoardShape)
         s.tableau.pop_back();
     }));
     EXPECT_FALSE(shaped([](GameState& s) { s.foundations.pop_back(); }));
-    EXPECT_FALSE(shaped([](GameState& s) { s.tableau[0].pop_back(); }));                  // 103 cards
-    EXPECT_FALSE(shaped([](GameState& s) { s.tableau[0].push_back(card("AH")); }));       // 105 cards
+    EXPECT_FALSE(shaped([](GameState& s) { s.tableau[0].pop_back(); }));                 // 103 cards
+    EXPECT_FALSE(shaped([](GameState& s) { s.tableau[0].push_back(card("AH")); }));      // 105 cards
     EXPECT_FALSE(shaped([](GameState& s) { s.tableau[0][0].id = s.tableau[1][0].id; })); // shared id
     // Order, values and the move count are not its business.
     EXPECT_TRUE(shaped([](GameState& s) {

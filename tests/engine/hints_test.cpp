@@ -15,14 +15,14 @@ TEST(FindHint, HandSlotsComeBeforeColumns)
 {
     GameState s = emptyBoard();
     s.foundations[2] = foundationUpTo("4S");
-    s.tableau[3] = cards("9D 5S");   // 5S could go to foundation 3
+    s.tableau[3] = cards("9D 5S"); // 5S could go to foundation 3
     s.tableau[5] = cards("8C");
-    s.hand[1] = card("7H");          // fits column 6
+    s.hand[1] = card("7H"); // fits column 6
     const Hint hint = findHint(s);
     EXPECT_EQ(hint.source, MoveSource::hand(1));
     EXPECT_EQ(hint.text, "Move seven of hearts to column 6.");
 
-    s.hand[3] = card("5S", 1);       // a hand card for a foundation wins within the hand's own order
+    s.hand[3] = card("5S", 1); // a hand card for a foundation wins within the hand's own order
     s.hand[1].reset();
     EXPECT_EQ(findHint(s).text, "Move five of spades to foundation 3.");
 }
@@ -62,7 +62,8 @@ TEST(MoveHintText, EachDestinationInTheHintsOwnWords)
     s.tableau[0] = cards("KS QD JC");
     s.tableau[2] = cards("QH");
     s.foundations[1] = foundationUpTo("10C");
-    EXPECT_EQ(moveHintText(s, MoveSource::tableau(0, 2), MoveDestination::tableau(2)), "Move jack of clubs to column 3.");
+    EXPECT_EQ(moveHintText(s, MoveSource::tableau(0, 2), MoveDestination::tableau(2)),
+              "Move jack of clubs to column 3.");
     EXPECT_EQ(moveHintText(s, MoveSource::tableau(0, 2), MoveDestination::foundation(1)),
               "Move jack of clubs to foundation 2.");
     EXPECT_EQ(moveHintText(s, MoveSource::tableau(0, 2), MoveDestination::hand()), "Move jack of clubs to your hand.");

@@ -37,8 +37,8 @@ std::string reason(const MoveOutcome& outcome)
 GameState sampleBoard()
 {
     GameState s = emptyBoard();
-    s.tableau[0] = cards("4C 9H 8S 7D");   // 9H 8S 7D is a string
-    s.tableau[1] = cards("KD 2C 6C");      // 2C 6C is not
+    s.tableau[0] = cards("4C 9H 8S 7D"); // 9H 8S 7D is a string
+    s.tableau[1] = cards("KD 2C 6C");    // 2C 6C is not
     s.tableau[2] = cards("8C");
     s.tableau[3] = cards("3S 8H");
     s.tableau[5] = cards("KS QH JC 10D 9S 8D 7C 6H 5S");
@@ -56,9 +56,9 @@ TEST(MovableCards, NamesWhatEachSourceCanLift)
     const GameState s = sampleBoard();
     EXPECT_EQ(movableCards(s, MoveSource::tableau(0, 1))->size(), 3U);
     EXPECT_EQ(movableCards(s, MoveSource::tableau(0, 3))->size(), 1U);
-    EXPECT_FALSE(movableCards(s, MoveSource::tableau(0, 0)));  // 4C does not carry 9H
+    EXPECT_FALSE(movableCards(s, MoveSource::tableau(0, 0))); // 4C does not carry 9H
     EXPECT_FALSE(movableCards(s, MoveSource::tableau(1, 1)));
-    EXPECT_FALSE(movableCards(s, MoveSource::tableau(4, 0)));  // empty column
+    EXPECT_FALSE(movableCards(s, MoveSource::tableau(4, 0))); // empty column
     EXPECT_FALSE(movableCards(s, MoveSource::tableau(0, 4)));
     EXPECT_FALSE(movableCards(s, MoveSource::tableau(0, -1)));
     EXPECT_FALSE(movableCards(s, MoveSource::tableau(10, 0)));
@@ -86,7 +86,9 @@ TEST(LegalMoves, ListsExactlyTheMovesThePositionAllows)
             << toString(move.source) << " -> " << toString(move.destination);
     }
     auto has = [&](MoveSource source, MoveDestination destination) {
-        return std::ranges::any_of(moves, [&](const LegalMove& m) { return m.source == source && m.destination == destination; });
+        return std::ranges::any_of(moves, [&](const LegalMove& m) {
+            return m.source == source && m.destination == destination;
+        });
     };
     EXPECT_TRUE(has(MoveSource::tableau(0, 2), MoveDestination::foundation(0)));
     EXPECT_TRUE(has(MoveSource::tableau(0, 2), MoveDestination::tableau(1)));
@@ -250,7 +252,8 @@ TEST(ApplyMove, MovingOntoItsOwnPlaceIsIgnored)
     EXPECT_TRUE(std::holds_alternative<MoveIgnored>(applyMove(s, MoveSource::tableau(0, 1), MoveDestination::tableau(0))));
     EXPECT_TRUE(std::holds_alternative<MoveIgnored>(applyMove(s, MoveSource::hand(2), MoveDestination::hand(2))));
     // A source that cannot move is refused before it could be ignored.
-    EXPECT_EQ(reason(applyMove(s, MoveSource::tableau(1, 1), MoveDestination::tableau(1))), "That card is not available.");
+    EXPECT_EQ(reason(applyMove(s, MoveSource::tableau(1, 1), MoveDestination::tableau(1))),
+              "That card is not available.");
 }
 
 TEST(ApplyMove, HandRearrangementExchangesWithoutCounting)

@@ -17,7 +17,8 @@ std::vector<MoveSource> everySource(const GameState& s)
 {
     std::vector<MoveSource> sources;
     for (std::int64_t c = -1; c <= 10; ++c) {
-        const auto length = c >= 0 && c < 10 ? static_cast<std::int64_t>(s.tableau[static_cast<std::size_t>(c)].size()) : 1;
+        const auto length =
+            c >= 0 && c < 10 ? static_cast<std::int64_t>(s.tableau[static_cast<std::size_t>(c)].size()) : 1;
         for (std::int64_t i = -1; i <= length; ++i) sources.push_back(MoveSource::tableau(c, i));
     }
     for (std::int64_t i = -1; i <= 4; ++i) sources.push_back(MoveSource::hand(i));
@@ -37,9 +38,12 @@ std::vector<MoveDestination> everyDestination()
 std::unordered_set<Uuid> ids(const GameState& s)
 {
     std::unordered_set<Uuid> all;
-    for (const auto& column : s.tableau) for (const auto& c : column) all.insert(c.id);
-    for (const auto& pile : s.foundations) for (const auto& c : pile) all.insert(c.id);
-    for (const auto& slot : s.hand) if (slot) all.insert(slot->id);
+    for (const auto& column : s.tableau)
+        for (const auto& c : column) all.insert(c.id);
+    for (const auto& pile : s.foundations)
+        for (const auto& c : pile) all.insert(c.id);
+    for (const auto& slot : s.hand)
+        if (slot) all.insert(slot->id);
     return all;
 }
 

@@ -20,7 +20,8 @@ TEST(CardJson, WritesSortedKeysAndUpperCaseId)
 
 TEST(CardJson, AcceptsAnyDeckAndEitherCaseOfId)
 {
-    auto card = playingCardFromJson(R"({"suit":"spades","rank":13,"deck":7,"id":"0a1b2c3d-4e5f-4071-8293-a4b5c6d7e8f9"})");
+    auto card =
+        playingCardFromJson(R"({"suit":"spades","rank":13,"deck":7,"id":"0a1b2c3d-4e5f-4071-8293-a4b5c6d7e8f9"})");
     ASSERT_TRUE(card) << card.error().describe();
     EXPECT_EQ(card->deck, 7);
     EXPECT_EQ(card->rank, Rank::king);
@@ -128,7 +129,8 @@ TEST(StateJson, OneBadCardFailsTheWholePosition)
 TEST(JsonString, EscapesWhatJsonRequires)
 {
     std::string out;
-    appendJsonString(out, "a\"b\\c\nd\x01" "é");
+    appendJsonString(out, "a\"b\\c\nd\x01"
+                          "é");
     EXPECT_EQ(out, "\"a\\\"b\\\\c\\nd\\u0001é\"");
 }
 

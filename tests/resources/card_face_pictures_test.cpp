@@ -13,10 +13,7 @@
 namespace zelvaine {
 
 // Failure messages name the face rather than dumping the card's bytes.
-static void PrintTo(const PlayingCard& card, std::ostream* out)
-{
-    *out << testing::faceName(card.rank, card.suit);
-}
+static void PrintTo(const PlayingCard& card, std::ostream* out) { *out << testing::faceName(card.rank, card.suit); }
 
 namespace {
 
@@ -82,10 +79,9 @@ std::vector<PlayingCard> firstDeck()
     return cards;
 }
 
-INSTANTIATE_TEST_SUITE_P(Faces, CardFacePicture, ::testing::ValuesIn(firstDeck()),
-                         [](const auto& instance) {
-                             return testing::faceName(instance.param.rank, instance.param.suit);
-                         });
+INSTANTIATE_TEST_SUITE_P(Faces, CardFacePicture, ::testing::ValuesIn(firstDeck()), [](const auto& instance) {
+    return testing::faceName(instance.param.rank, instance.param.suit);
+});
 
 } // namespace
 } // namespace zelvaine

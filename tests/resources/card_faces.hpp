@@ -15,9 +15,8 @@ inline std::string faceName(Rank rank, Suit suit)
 {
     const bool court = rank == Rank::jack || rank == Rank::queen || rank == Rank::king;
     const bool numbered = rank != Rank::ace && !court;
-    return std::string(court ? "court_" : "card_")
-           + (numbered ? std::to_string(rawValue(rank)) : std::string(word(rank))) + "_"
-           + std::string(rawValue(suit));
+    return std::string(court ? "court_" : "card_") +
+           (numbered ? std::to_string(rawValue(rank)) : std::string(word(rank))) + "_" + std::string(rawValue(suit));
 }
 
 inline std::filesystem::path facePath(const PlayingCard& card)

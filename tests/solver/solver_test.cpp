@@ -44,8 +44,8 @@ GameState seededDeal(std::uint64_t seed, int index)
         MoveOutcome outcome = applyMove(state, source, destination);
         auto* moved = std::get_if<MoveMoved>(&outcome);
         if (moved == nullptr) {
-            return ::testing::AssertionFailure() << "move " << i << " (" << toString(source) << " to "
-                                                 << toString(destination) << ") was not made";
+            return ::testing::AssertionFailure()
+                   << "move " << i << " (" << toString(source) << " to " << toString(destination) << ") was not made";
         }
         state = std::move(moved->state);
     }
@@ -72,11 +72,11 @@ TEST(SolverLines, NearlyFinishedPositionIsWonByItsLine)
 {
     GameState state = testing::finishedBoard();
     // Hearts and spades from the top down, buried so that strings and the hand are needed.
-    const auto hearts = testing::liftFromFoundation(state, 2, 4);  // KH QH JH 10H
-    const auto spades = testing::liftFromFoundation(state, 7, 3);  // KS QS JS
-    state.tableau[0] = {hearts[3], spades[0], hearts[1]};          // 10H KS QH
-    state.tableau[1] = {spades[2], hearts[0], spades[1]};          // JS KH QS
-    state.hand[3] = hearts[2];                                     // JH
+    const auto hearts = testing::liftFromFoundation(state, 2, 4); // KH QH JH 10H
+    const auto spades = testing::liftFromFoundation(state, 7, 3); // KS QS JS
+    state.tableau[0] = {hearts[3], spades[0], hearts[1]};         // 10H KS QH
+    state.tableau[1] = {spades[2], hearts[0], spades[1]};         // JS KH QS
+    state.hand[3] = hearts[2];                                    // JH
     const SolveResult result = solver::solve(state);
     EXPECT_TRUE(winsWhenReplayed(state, result));
 }
@@ -300,11 +300,11 @@ TEST(SolverVerdicts, EitherCopyOfACardWillDo)
     // serves either hearts foundation. The solver sees the two as one card; the line it finds must
     // still be legal card by card.
     GameState state = testing::finishedBoard();
-    const auto hearts0 = testing::liftFromFoundation(state, 2, 7); // KH … 7H, deck 0
-    const auto hearts1 = testing::liftFromFoundation(state, 6, 7); // KH … 7H, deck 1
-    state.tableau[0] = {hearts0[6], hearts0[0]};                   // 7H(0) under KH(0)
+    const auto hearts0 = testing::liftFromFoundation(state, 2, 7);               // KH … 7H, deck 0
+    const auto hearts1 = testing::liftFromFoundation(state, 6, 7);               // KH … 7H, deck 1
+    state.tableau[0] = {hearts0[6], hearts0[0]};                                 // 7H(0) under KH(0)
     for (std::size_t i = 0; i < 6; ++i) state.tableau[1 + i] = {hearts1[5 - i]}; // 8H … KH of deck 1
-    state.tableau[7] = {hearts1[6]};                               // 7H(1), free
+    state.tableau[7] = {hearts1[6]};                                             // 7H(1), free
     state.tableau[8] = {hearts0[1], hearts0[2]};
     state.tableau[9] = {hearts0[3], hearts0[4], hearts0[5]};
     EXPECT_TRUE(winsWhenReplayed(state, solver::solve(state)));
@@ -326,8 +326,8 @@ TEST(SolverBudget, DepthCutOffNeverClaimsUnwinnable)
     GameState state = testing::finishedBoard();
     const auto hearts = testing::liftFromFoundation(state, 2, 2); // KH QH
     const auto clubs = testing::liftFromFoundation(state, 0, 2);  // KC QC
-    state.tableau[0] = {hearts[1], clubs[0]};                      // QH KC
-    state.tableau[1] = {clubs[1], hearts[0]};                      // QC KH
+    state.tableau[0] = {hearts[1], clubs[0]};                     // QH KC
+    state.tableau[1] = {clubs[1], hearts[0]};                     // QC KH
     for (std::size_t c = 2; c < 10; ++c) state.tableau[c] = {testing::liftFromFoundation(state, 3, 1)};
     EXPECT_EQ(solver::solve(state, {.positionBudget = 1'000'000, .maxDepth = 1}).verdict, Verdict::unknown);
 }
@@ -355,8 +355,9 @@ TEST(SolverBudget, TimeLimitEndsTheSearchWithUnknown)
     // Deal 638 of seed 1 takes some 24,000,000 positions, tens of seconds, to settle; the cap
     // stops it long before, however busy the machine.
     const GameState state = seededDeal(1, 638);
-    const SolveResult result = solver::solve(
-        state, {.positionBudget = 30'000'000, .memoryBudget = std::size_t{512} << 20, .timeLimit = std::chrono::milliseconds(20)});
+    const SolveResult result = solver::solve(state, {.positionBudget = 30'000'000,
+                                                     .memoryBudget = std::size_t{512} << 20,
+                                                     .timeLimit = std::chrono::milliseconds(20)});
     EXPECT_EQ(result.verdict, Verdict::unknown);
     EXPECT_LT(result.positions, 10'000'000u);
 }

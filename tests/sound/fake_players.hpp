@@ -68,7 +68,9 @@ private:
 
     class Player final : public SoundPlayer {
     public:
-        Player(std::shared_ptr<Log> log, std::string cue, int index) : log_(std::move(log)), cue_(std::move(cue)), index_(index) {}
+        Player(std::shared_ptr<Log> log, std::string cue, int index)
+            : log_(std::move(log)), cue_(std::move(cue)), index_(index)
+        {}
         void prepareToPlay() override { record(PlayerEvent::Action::prepare, 0); }
         void setCurrentTime(double seconds) override { record(PlayerEvent::Action::seek, seconds); }
         void setVolume(float volume) override { record(PlayerEvent::Action::volume, volume); }

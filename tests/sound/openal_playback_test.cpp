@@ -32,10 +32,7 @@ constexpr float kSampleTolerance = 1e-4f;
 
 const std::filesystem::path soundEffectsFolder = ZELVAINE_TEST_SOUND_EFFECTS;
 
-double milliseconds(std::size_t frames)
-{
-    return 1000.0 * static_cast<double>(frames) / kRate;
-}
+double milliseconds(std::size_t frames) { return 1000.0 * static_cast<double>(frames) / kRate; }
 
 std::vector<float> cue(const std::string& name)
 {
@@ -74,10 +71,15 @@ protected:
                                  "drivers = wave\n"
                                  "channels = mono\n"
                                  "sample-type = float32\n"
-                                 "frequency = " << kRate << "\n"
-                                 "period_size = " << kPeriodFrames << "\n"
+                                 "frequency = "
+                              << kRate
+                              << "\n"
+                                 "period_size = "
+                              << kPeriodFrames
+                              << "\n"
                                  "[wave]\n"
-                                 "file = " << mixFile().string() << "\n";
+                                 "file = "
+                              << mixFile().string() << "\n";
         setenv("ALSOFT_CONF", config.c_str(), 1);
         setenv("ALSOFT_DRIVERS", "wave", 1);
     }

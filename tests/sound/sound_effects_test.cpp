@@ -113,7 +113,8 @@ TEST_F(SoundEffectsTest, EachCueRestartsItsPlayersInTurn)
     // Every start rewinds and sets the requested level first.
     std::vector<std::pair<Action, double>> shove;
     for (const auto& event : players_->events())
-        if (event.cue == "card-shove-1" && event.action != Action::prepare) shove.emplace_back(event.action, event.value);
+        if (event.cue == "card-shove-1" && event.action != Action::prepare)
+            shove.emplace_back(event.action, event.value);
     const std::vector<std::pair<Action, double>> expected{
         {Action::seek, 0}, {Action::volume, 0.32f}, {Action::play, 0},
         {Action::seek, 0}, {Action::volume, 0.25f}, {Action::play, 0},
@@ -228,7 +229,8 @@ TEST_F(SoundEffectsDeathTest, QueueWorkRunElsewhereStopsTheProgram)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_DEATH(SoundEffectsTestAccess::preloadPlayers(start()), "preloadPlayers called off its serial queue");
-    EXPECT_DEATH(SoundEffectsTestAccess::playOnQueue(start(), "card-shuffle", 0.5f), "play called off its serial queue");
+    EXPECT_DEATH(SoundEffectsTestAccess::playOnQueue(start(), "card-shuffle", 0.5f),
+                 "play called off its serial queue");
 }
 
 TEST_F(SoundEffectsTest, TheGameStoreAndTheSoundsPreferenceReachThePlayers)

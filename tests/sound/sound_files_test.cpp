@@ -20,17 +20,11 @@ struct CueFile {
     double longestSeconds;
 };
 
-void PrintTo(const CueFile& cue, std::ostream* out)
-{
-    *out << cue.name;
-}
+void PrintTo(const CueFile& cue, std::ostream* out) { *out << cue.name; }
 
 class SoundFileTest : public ::testing::TestWithParam<CueFile> {};
 
-double decibels(double level)
-{
-    return 20.0 * std::log10(level);
-}
+double decibels(double level) { return 20.0 * std::log10(level); }
 
 // The loudest 30 ms, as RMS: how loud a short sound strikes the ear, roughly.
 double shortTermLevel(const std::vector<float>& samples)

@@ -76,8 +76,9 @@ TEST(EncodingGolden, SavedGameInWriteOrder)
 TEST(EncodingGolden, SharedFileWithKeysSortedAtEveryLevel)
 {
     const auto document = ZelvaineGameDocument::fromStates(position(12), position(0));
-    EXPECT_EQ(document.encode(), R"({"currentPosition":)" + std::string(positionBytes) + R"(,"formatVersion":1,"restartPosition":)" +
-                                     withMoveCount(positionBytes, "0") + "}");
+    EXPECT_EQ(document.encode(), R"({"currentPosition":)" + std::string(positionBytes) +
+                                     R"(,"formatVersion":1,"restartPosition":)" + withMoveCount(positionBytes, "0") +
+                                     "}");
 }
 
 // A file's card is kept as it was read until the game is made from it, so a suit that needs

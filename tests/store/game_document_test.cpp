@@ -7,8 +7,8 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <functional>
 #include <fstream>
+#include <functional>
 #include <unordered_set>
 
 namespace zelvaine {
@@ -127,7 +127,8 @@ TEST(GameDocument, EachValidationStepRefusesTheGame)
                      }
                  }
                  for (auto& slot : s.hand) {
-                     if (slot && slot->deck == 1 && slot->suit == Suit::hearts && slot->rank == Rank::seven) slot->deck = 0;
+                     if (slot && slot->deck == 1 && slot->suit == Suit::hearts && slot->rank == Rank::seven)
+                         slot->deck = 0;
                  }
              };
              flip(p.current);
@@ -261,7 +262,8 @@ TEST_F(DocumentFile, UnreadableFilesGiveTheGenericNotice)
     }
 
     // Duplicate keys are read without harm; the game is judged as usual afterwards.
-    auto duplicated = ZelvaineGameDocument::decode(replaced("\"formatVersion\":1", "\"formatVersion\":1,\"formatVersion\":7"));
+    auto duplicated =
+        ZelvaineGameDocument::decode(replaced("\"formatVersion\":1", "\"formatVersion\":1,\"formatVersion\":7"));
     if (duplicated) {
         auto states = duplicated->makeStates();
         EXPECT_TRUE(states || states.error() == Error::unsupportedVersion(7));

@@ -30,8 +30,8 @@ TEST(GameStoreCrash, AKilledGameRestoresAsOneItSaved)
 
     for (int round = 0; round < 30; ++round) {
         SCOPED_TRACE("round " + std::to_string(round));
-        const auto child = testing::startReportingChild(
-            ZELVAINE_STORE_CRASH_WRITER, {folder.file().string(), std::to_string(random())});
+        const auto child = testing::startReportingChild(ZELVAINE_STORE_CRASH_WRITER,
+                                                        {folder.file().string(), std::to_string(random())});
         ASSERT_GT(child.pid, 0);
         const auto ready = testing::readReport(child.reports);
         ASSERT_TRUE(ready) << "the writer did not start";
@@ -61,8 +61,8 @@ TEST(GameStoreCrash, AKilledGameRestoresAsOneItSaved)
         ASSERT_TRUE(isWellFormed(restored.state()));
         const auto found = std::find(games.begin() + static_cast<std::ptrdiff_t>(oldestAllowed), games.end(),
                                      testing::gameDigest(restored));
-        ASSERT_NE(found, games.end()) << "restored a game that was not among the last saved ones ("
-                                      << games.size() << " reported, " << oldestAllowed << " durable)";
+        ASSERT_NE(found, games.end()) << "restored a game that was not among the last saved ones (" << games.size()
+                                      << " reported, " << oldestAllowed << " durable)";
         saved += games.size() - 1;
     }
     // The rounds saved many games between them, not just the first.

@@ -7,8 +7,8 @@
 #include "store/sqlite_defaults_store.hpp"
 #include "tests/store/file_holder.hpp"
 #include "tests/store/sqlite_defaults_test_support.hpp"
-#include "tests/support/positions.hpp"
 #include "tests/store/store_fakes.hpp"
+#include "tests/support/positions.hpp"
 
 #include <gtest/gtest.h>
 
@@ -31,7 +31,8 @@ std::optional<SavedGame> savedIn(const testing::DefaultsScratchFolder& folder)
 void playOneMove(GameStore& store)
 {
     for (std::int64_t from = 0; from < 10; ++from) {
-        const auto cardIndex = static_cast<std::int64_t>(store.state().tableau[static_cast<std::size_t>(from)].size()) - 1;
+        const auto cardIndex =
+            static_cast<std::int64_t>(store.state().tableau[static_cast<std::size_t>(from)].size()) - 1;
         for (std::int64_t to = 0; to < 10; ++to) {
             if (store.move(MoveSource::tableau(from, cardIndex), MoveDestination::tableau(to))) return;
         }
@@ -120,13 +121,15 @@ TEST(HeldFile, AGameStartedWhileAnotherProgramHoldsTheFileNeverReplacesTheSavedO
     store.clearMessage();
     playOneMove(store); // on the stand-in deal, which must not reach the file
     holder.release();
-    for (int tries = 0; tries < 200 && defaults.waitingForFile(); ++tries) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    for (int tries = 0; tries < 200 && defaults.waitingForFile(); ++tries)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
     ASSERT_FALSE(defaults.waitingForFile());
 
     store.undo(); // a save after the file opened: refused, and the player told
     defaults.flush();
     store.persistNow();
-    EXPECT_TRUE(store.message() && store.message()->starts_with("Another Zelvaine window")) << store.message().value_or("");
+    EXPECT_TRUE(store.message() && store.message()->starts_with("Another Zelvaine window"))
+        << store.message().value_or("");
     EXPECT_EQ(savedIn(folder)->currentState, deal);
 }
 
@@ -154,8 +157,8 @@ TEST_P(DamagedSavedGame, IsKeptInAFileNextToTheDatabaseAndNamed)
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, DamagedSavedGame,
-                         ::testing::Values(std::string("{\"currentState\":{\"tableau\":[[{\"id\""),  // cut short
-                                           unplayed(testing::knownDeal()).replace(20, 6, "XXXXXX"),                // bytes changed
+                         ::testing::Values(std::string("{\"currentState\":{\"tableau\":[[{\"id\""), // cut short
+                                           unplayed(testing::knownDeal()).replace(20, 6, "XXXXXX"), // bytes changed
                                            std::string("\x00\x01 not a game at all", 21)));
 
 TEST(DamagedSavedGame, AGameThatWasOverIsNoDamage)

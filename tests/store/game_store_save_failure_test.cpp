@@ -19,10 +19,8 @@ protected:
 TEST_F(SaveFailureTest, EachKindIsToldOncePerRunOfFailuresAndAgainAfterARecovery)
 {
     const std::vector<std::pair<DefaultsWriteFailure, std::string>> kinds = {
-        {DefaultsWriteFailure::noPlace, "cannot be created or opened"},
-        {DefaultsWriteFailure::readOnly, "read-only"},
-        {DefaultsWriteFailure::diskFull, "the disk is full"},
-        {DefaultsWriteFailure::busy, "another program"},
+        {DefaultsWriteFailure::noPlace, "cannot be created or opened"}, {DefaultsWriteFailure::readOnly, "read-only"},
+        {DefaultsWriteFailure::diskFull, "the disk is full"},           {DefaultsWriteFailure::busy, "another program"},
         {DefaultsWriteFailure::ioError, "the disk reported an error"},
     };
     GameStore store(std::nullopt, defaults, sound);

@@ -538,8 +538,8 @@ TEST_F(GameStoreTest, PlaysToAWinAndSurvivesARestartOfTheProgram)
     GameState runs = testing::emptyBoard();
     for (std::size_t run = 0; run < 8; ++run) {
         for (int rank = 13; rank >= 1; --rank) {
-            runs.tableau[run].push_back(
-                PlayingCard{Uuid::random(), allSuits[run / 2], static_cast<Rank>(rank), static_cast<std::int64_t>(run % 2)});
+            runs.tableau[run].push_back(PlayingCard{Uuid::random(), allSuits[run / 2], static_cast<Rank>(rank),
+                                                    static_cast<std::int64_t>(run % 2)});
         }
     }
     ASSERT_TRUE(isWellFormed(runs));

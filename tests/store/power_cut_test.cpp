@@ -24,7 +24,7 @@ namespace {
 using testing::DiskFault;
 
 struct Played {
-    std::vector<std::uint64_t> saved; // every game handed to the store, in order
+    std::vector<std::uint64_t> saved;   // every game handed to the store, in order
     std::optional<std::size_t> durable; // the last of them a flush reported on the disk
     bool toldOfFailure = false;
 };
@@ -45,7 +45,8 @@ Played playUntilThePowerGoes(const std::filesystem::path& file, testing::PowerCu
     for (const auto& [fault, after] : faults) disk.strike(fault, after);
     for (int step = 1; step <= 200 && !disk.powerIsOut(); ++step) {
         testing::playRandomStep(store, random, [&](std::uint64_t saved) { played.saved.push_back(saved); });
-        if (store.message() && store.message()->starts_with("Zelvaine cannot save your game")) played.toldOfFailure = true;
+        if (store.message() && store.message()->starts_with("Zelvaine cannot save your game"))
+            played.toldOfFailure = true;
         if (step % 4 == 0) {
             defaults.flush();
             if (!defaults.writeFailure()) played.durable = played.saved.size() - 1;
@@ -61,7 +62,9 @@ Played playUntilThePowerGoes(const std::filesystem::path& file, testing::PowerCu
 TEST(PowerCut, TheRestoredGameIsOneThatWasSavedAndNoOlderThanTheLastDurableOne)
 {
     testing::PowerCutVfs disk;
-    const unsigned seed = std::getenv("ZELVAINE_TEST_SEED") ? static_cast<unsigned>(std::atoll(std::getenv("ZELVAINE_TEST_SEED"))) : std::random_device{}();
+    const unsigned seed = std::getenv("ZELVAINE_TEST_SEED")
+                              ? static_cast<unsigned>(std::atoll(std::getenv("ZELVAINE_TEST_SEED")))
+                              : std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937_64 random(seed);
     int cutsBeforeAnyDurableSave = 0;
@@ -77,7 +80,8 @@ TEST(PowerCut, TheRestoredGameIsOneThatWasSavedAndNoOlderThanTheLastDurableOne)
         if (round % 2 == 1) {
             faults.emplace_back(round % 4 == 1 ? DiskFault::full : DiskFault::ioError, 1 + random() % faults[0].second);
         }
-        for (const auto& [fault, at] : faults) plan += std::to_string(static_cast<int>(fault)) + "@" + std::to_string(at) + " ";
+        for (const auto& [fault, at] : faults)
+            plan += std::to_string(static_cast<int>(fault)) + "@" + std::to_string(at) + " ";
         SCOPED_TRACE("faults " + plan);
         const Played played = playUntilThePowerGoes(folder.file(), disk, random, faults);
         disk.restorePower();
@@ -93,7 +97,8 @@ TEST(PowerCut, TheRestoredGameIsOneThatWasSavedAndNoOlderThanTheLastDurableOne)
         if (played.durable) {
             ASSERT_NE(std::find(played.saved.begin(), played.saved.end(), digest), played.saved.end())
                 << "restored a game that was never saved";
-            EXPECT_NE(std::find(played.saved.begin() + static_cast<std::ptrdiff_t>(*played.durable), played.saved.end(), digest),
+            EXPECT_NE(std::find(played.saved.begin() + static_cast<std::ptrdiff_t>(*played.durable), played.saved.end(),
+                                digest),
                       played.saved.end())
                 << "restored a game older than one reported durable";
         }

@@ -22,7 +22,6 @@ struct Undo {
     std::vector<std::pair<sqlite3_int64, std::string>> regions;
 };
 
-
 } // namespace
 
 struct PowerCutVfs::Impl {
@@ -153,7 +152,10 @@ int fileShmLock(sqlite3_file* file, int offset, int n, int flags)
     return realOf(file)->pMethods->xShmLock(realOf(file), offset, n, flags);
 }
 void fileShmBarrier(sqlite3_file* file) { realOf(file)->pMethods->xShmBarrier(realOf(file)); }
-int fileShmUnmap(sqlite3_file* file, int deleteFlag) { return realOf(file)->pMethods->xShmUnmap(realOf(file), deleteFlag); }
+int fileShmUnmap(sqlite3_file* file, int deleteFlag)
+{
+    return realOf(file)->pMethods->xShmUnmap(realOf(file), deleteFlag);
+}
 
 int vfsOpen(sqlite3_vfs*, sqlite3_filename name, sqlite3_file* file, int flags, int* outFlags)
 {

@@ -36,8 +36,10 @@ TEST(SavedGame, RoundTripsWithEverything)
     const SavedGame game = sampleGame();
     const std::string json = encodeSavedGame(game);
     EXPECT_TRUE(json.starts_with(R"({"currentState":{)"));
-    EXPECT_NE(json.find(R"(,"challenge":{"usedHint":false,"usedUndo":true,"usedRestart":false,"usedAutoComplete":false,"movedCardFromFoundation":false,"wasImported":true}})"),
-              std::string::npos);
+    EXPECT_NE(
+        json.find(
+            R"(,"challenge":{"usedHint":false,"usedUndo":true,"usedRestart":false,"usedAutoComplete":false,"movedCardFromFoundation":false,"wasImported":true}})"),
+        std::string::npos);
     const RestoredGame restored = restoreSavedGame(json);
     EXPECT_EQ(restored.from, RestoredFrom::savedGame);
     EXPECT_EQ(restored.game, game);
@@ -46,8 +48,8 @@ TEST(SavedGame, RoundTripsWithEverything)
 TEST(SavedGame, OptionalPartsMayBeMissingOrNull)
 {
     const SavedGame game = sampleGame();
-    const std::string json = "{\"initialState\":" + toJson(game.initialState) + ",\"currentState\":" +
-                             toJson(game.currentState) + ",\"history\":null,\"unknown\":[1,2]}";
+    const std::string json = "{\"initialState\":" + toJson(game.initialState) +
+                             ",\"currentState\":" + toJson(game.currentState) + ",\"history\":null,\"unknown\":[1,2]}";
     const RestoredGame restored = restoreSavedGame(json);
     ASSERT_EQ(restored.from, RestoredFrom::savedGame);
     EXPECT_TRUE(restored.game->history.empty());
@@ -92,10 +94,10 @@ TEST(SavedGame, AnythingDoubtfulGivesNothing)
         "",
         "not json",
         "[]",
-        edited(json, R"("usedRestart":false,)", ""),     // challenge lacks a key
+        edited(json, R"("usedRestart":false,)", ""), // challenge lacks a key
         edited(json, R"("usedRestart":false)", R"("usedRestart":0)"),
         edited(json, R"("currentState":)", R"("currentState":null,"x":)"),
-        edited(json, R"("history":[)", R"("history":{"a":[)") ,
+        edited(json, R"("history":[)", R"("history":{"a":[)"),
         encodeSavedGame(deepBad),
         encodeSavedGame(won),
         encodeSavedGame(badInitial),
@@ -123,8 +125,9 @@ TEST(SavedGame, AssembledFromCachedPiecesEqualsAFreshEncoding)
     for (const auto& p : game.history) history.push_back(encodePosition(p));
     std::vector<EncodedPosition> redo;
     for (const auto& p : game.redoHistory) redo.push_back(encodePosition(p));
-    const DefaultsData joined = joinPieces(
-        flattenRuns(savedGameRuns(encodePosition(game.currentState), encodePosition(game.initialState), history, redo, game.challenge)));
+    const DefaultsData joined =
+        joinPieces(flattenRuns(savedGameRuns(encodePosition(game.currentState), encodePosition(game.initialState),
+                                             history, redo, game.challenge)));
     EXPECT_EQ(std::string(joined.begin(), joined.end()), encodeSavedGame(game));
     // An empty history still reads as an array.
     const DefaultsData bare = joinPieces(

@@ -71,7 +71,8 @@ std::vector<Damage> damages()
              writeGoodDatabase(file);
              fs::resize_file(file, fs::file_size(file) / 2);
          }},
-        {"truncated inside the header", [](const fs::path& file) {
+        {"truncated inside the header",
+         [](const fs::path& file) {
              writeGoodDatabase(file);
              fs::resize_file(file, 60);
          }},
@@ -89,11 +90,13 @@ std::vector<Damage> damages()
              runSql(file, "CREATE TABLE settings (name TEXT, value TEXT);"
                           "INSERT INTO settings VALUES ('volume', 'loud')");
          }},
-        {"our mark but another table", [](const fs::path& file) {
+        {"our mark but another table",
+         [](const fs::path& file) {
              runSql(file, "PRAGMA application_id=1514952260; PRAGMA user_version=1;"
                           "CREATE TABLE defaults (name TEXT PRIMARY KEY, value BLOB)");
          }},
-        {"a newer layout of ours", [](const fs::path& file) {
+        {"a newer layout of ours",
+         [](const fs::path& file) {
              writeGoodDatabase(file);
              runSql(file, "PRAGMA user_version=3");
          }},

@@ -20,10 +20,16 @@ namespace fs = std::filesystem;
 
 constexpr const char* kKey = "zelvaine.saved-game.v1";
 
-std::shared_ptr<const std::string> piece(std::string text) { return std::make_shared<const std::string>(std::move(text)); }
+std::shared_ptr<const std::string> piece(std::string text)
+{
+    return std::make_shared<const std::string>(std::move(text));
+}
 
 // A position-sized piece that differs from every other one.
-std::shared_ptr<const std::string> position(int n) { return piece("{" + std::string(8000, char('a' + n % 26)) + std::to_string(n) + "}"); }
+std::shared_ptr<const std::string> position(int n)
+{
+    return piece("{" + std::string(8000, char('a' + n % 26)) + std::to_string(n) + "}");
+}
 
 std::string joined(const DataRuns& runs)
 {
@@ -74,8 +80,11 @@ struct Game {
             }
             return run;
         };
-        return {{piece("{\"current\":"), current, piece(",\"history\":[")}, list(history), {piece("],\"redo\":[")},
-                list(redo), {piece("]}")}};
+        return {{piece("{\"current\":"), current, piece(",\"history\":[")},
+                list(history),
+                {piece("],\"redo\":[")},
+                list(redo),
+                {piece("]}")}};
     }
     void move(int n)
     {
@@ -129,7 +138,7 @@ TEST(DefaultsRuns, AMoveAtTheEndOfALongHistoryWritesOnlyWhatIsNew)
     store.setRuns(kKey, game.runs());
     store.flush();
     EXPECT_EQ(count(folder.file(), "SELECT count(*) FROM pieces"), pieces + 1); // the new position only
-    EXPECT_LT(fs::file_size(wal), 64U * 1024U); // a few pages, not the history
+    EXPECT_LT(fs::file_size(wal), 64U * 1024U);                                 // a few pages, not the history
     EXPECT_EQ(storedText(store), joined(game.runs()));
 }
 
@@ -161,7 +170,7 @@ TEST(DefaultsRuns, PiecesNoValueRefersToAreReclaimedButMovedOnesKept)
         reopened.setRuns(kKey, fresh.runs());
         reopened.flush();
         EXPECT_EQ(count(folder.file(), "SELECT count(*) FROM pieces"), 1 + 4); // no history, no comma
-        reopened.set(kKey, true); // another kind takes the key over
+        reopened.set(kKey, true);                                              // another kind takes the key over
     }
     EXPECT_EQ(count(folder.file(), "SELECT count(*) FROM pieces"), 0);
     EXPECT_EQ(count(folder.file(), "SELECT count(*) FROM runs"), 0);
@@ -172,10 +181,11 @@ TEST(DefaultsRuns, PiecesNoValueRefersToAreReclaimedButMovedOnesKept)
 TEST(DefaultsRuns, AFileOfTheFirstLayoutIsUpgradedWithItsValues)
 {
     DefaultsScratchFolder folder;
-    runSql(folder.file(), "PRAGMA application_id=1514952260; PRAGMA user_version=1;"
-                          "CREATE TABLE defaults (key TEXT PRIMARY KEY NOT NULL, kind INTEGER NOT NULL, value ANY) STRICT;"
-                          "INSERT INTO defaults VALUES ('zelvaine.saved-game.v1', 4, x'7B7D');"
-                          "INSERT INTO defaults VALUES ('zelvaine.preferences.sounds-enabled', 1, 0)");
+    runSql(folder.file(),
+           "PRAGMA application_id=1514952260; PRAGMA user_version=1;"
+           "CREATE TABLE defaults (key TEXT PRIMARY KEY NOT NULL, kind INTEGER NOT NULL, value ANY) STRICT;"
+           "INSERT INTO defaults VALUES ('zelvaine.saved-game.v1', 4, x'7B7D');"
+           "INSERT INTO defaults VALUES ('zelvaine.preferences.sounds-enabled', 1, 0)");
     Game game;
     game.move(1);
     {

@@ -69,7 +69,8 @@ GameState knownDeal()
     ends[3] = {take(Suit::diamonds, Rank::ten)};
     ends[4] = {take(Suit::spades, Rank::nine)};
     const std::size_t others[] = {1, 2, 5, 6, 7, 8, 9};
-    const Suit queens[] = {Suit::clubs, Suit::clubs, Suit::diamonds, Suit::diamonds, Suit::hearts, Suit::hearts, Suit::spades};
+    const Suit queens[] = {Suit::clubs,  Suit::clubs,  Suit::diamonds, Suit::diamonds,
+                           Suit::hearts, Suit::hearts, Suit::spades};
     for (std::size_t i = 0; i < 7; ++i) ends[others[i]] = {take(queens[i], Rank::queen)};
     std::size_t next = 0;
     for (std::size_t c = 0; c < 10; ++c) {

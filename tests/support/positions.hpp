@@ -27,5 +27,4 @@ Pile foundationUpTo(std::string_view top);
 // foundation f: eight moves from the win, and a finish that plays itself.
 GameState kingsLeft();
 
-
 } // namespace zelvaine::testing

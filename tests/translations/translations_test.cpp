@@ -20,11 +20,11 @@
 #include <QLocale>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
 #include <QRegularExpression>
 #include <QTest>
 #include <QTranslator>
-#include <QQuickItem>
-#include <QQuickWindow>
 #include <QXmlStreamReader>
 
 #include <QtQml/QQmlExtensionPlugin>
@@ -58,7 +58,10 @@ void uninstallTranslations()
     QLocale::setDefault(QLocale::c());
 }
 
-bool install(const char* locale) { return installTranslations(*QCoreApplication::instance(), QLocale(QString::fromLatin1(locale))); }
+bool install(const char* locale)
+{
+    return installTranslations(*QCoreApplication::instance(), QLocale(QString::fromLatin1(locale)));
+}
 
 class Translations : public ::testing::Test {
 protected:
@@ -220,8 +223,11 @@ TEST_F(GermanSettings, EveryTextOfTheSettingsFits)
     };
     look("settings");
     // Each screen takes the settings' place and gives it back.
-    const auto showing = [&](const char* screen) { return findItem(window->contentItem(), QLatin1String(screen)) != nullptr; };
-    for (const auto& [link, screen] : {std::pair{"privacyLink", "privacyPolicy"}, {"acknowledgementsLink", "acknowledgements"}}) {
+    const auto showing = [&](const char* screen) {
+        return findItem(window->contentItem(), QLatin1String(screen)) != nullptr;
+    };
+    for (const auto& [link, screen] :
+         {std::pair{"privacyLink", "privacyPolicy"}, {"acknowledgementsLink", "acknowledgements"}}) {
         QObject* found = findItem(window->contentItem(), QLatin1String(link));
         ASSERT_TRUE(found) << link;
         QMetaObject::invokeMethod(found, "activated");
@@ -249,10 +255,12 @@ TEST_P(TranslationChoice, GermanForEveryGermanLocaleEnglishOtherwise)
 }
 
 INSTANTIATE_TEST_SUITE_P(Locales, TranslationChoice,
-                         ::testing::Values(ChoiceCase{"de_DE", true, "Rückgängig"}, ChoiceCase{"de_AT", true, "Rückgängig"},
-                                           ChoiceCase{"de_CH", true, "Rückgängig"}, ChoiceCase{"de_LU", true, "Rückgängig"},
-                                           ChoiceCase{"en_US", false, "Undo"}, ChoiceCase{"en_GB", false, "Undo"},
-                                           ChoiceCase{"fr_FR", false, "Undo"}, ChoiceCase{"C", false, "Undo"}));
+                         ::testing::Values(ChoiceCase{"de_DE", true, "Rückgängig"},
+                                           ChoiceCase{"de_AT", true, "Rückgängig"},
+                                           ChoiceCase{"de_CH", true, "Rückgängig"},
+                                           ChoiceCase{"de_LU", true, "Rückgängig"}, ChoiceCase{"en_US", false, "Undo"},
+                                           ChoiceCase{"en_GB", false, "Undo"}, ChoiceCase{"fr_FR", false, "Undo"},
+                                           ChoiceCase{"C", false, "Undo"}));
 
 // The file dialog's buttons are Qt's own texts; they follow the game's language when the system
 // has Qt's translations (Debian: qt6-translations-l10n).
@@ -327,7 +335,10 @@ std::set<std::string> placeholders(const QString& text)
     return found;
 }
 
-std::string describe(const TableEntry& entry) { return (entry.context + QStringLiteral(": ") + entry.source).toStdString(); }
+std::string describe(const TableEntry& entry)
+{
+    return (entry.context + QStringLiteral(": ") + entry.source).toStdString();
+}
 
 void expectFinished(const TableEntry& entry)
 {
@@ -335,7 +346,8 @@ void expectFinished(const TableEntry& entry)
     EXPECT_FALSE(entry.translations.isEmpty()) << describe(entry);
     for (const QString& translation : entry.translations) {
         EXPECT_FALSE(translation.trimmed().isEmpty()) << describe(entry);
-        EXPECT_EQ(placeholders(translation), placeholders(entry.source)) << translation.toStdString() << " — " << describe(entry);
+        EXPECT_EQ(placeholders(translation), placeholders(entry.source))
+            << translation.toStdString() << " — " << describe(entry);
         if (entry.source.contains(u'…')) {
             EXPECT_TRUE(translation.contains(u'…')) << describe(entry);
         }
@@ -369,8 +381,10 @@ TEST_F(German, EveryGermanTextResolvesAtRunTime)
             ASSERT_EQ(entry.translations.size(), 2) << describe(entry);
             QString one = entry.translations[0];
             QString many = entry.translations[1];
-            EXPECT_EQ(QCoreApplication::translate(context, source, nullptr, 1), one.replace(QStringLiteral("%n"), QStringLiteral("1")));
-            EXPECT_EQ(QCoreApplication::translate(context, source, nullptr, 7), many.replace(QStringLiteral("%n"), QStringLiteral("7")));
+            EXPECT_EQ(QCoreApplication::translate(context, source, nullptr, 1),
+                      one.replace(QStringLiteral("%n"), QStringLiteral("1")));
+            EXPECT_EQ(QCoreApplication::translate(context, source, nullptr, 7),
+                      many.replace(QStringLiteral("%n"), QStringLiteral("7")));
         } else {
             EXPECT_EQ(QCoreApplication::translate(context, source), entry.translations.value(0)) << describe(entry);
         }

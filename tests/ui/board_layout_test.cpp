@@ -23,7 +23,7 @@ TEST(BoardLayout, ArrangementAndCardWidthFollowTheWindow)
     EXPECT_DOUBLE_EQ(wide.cardHeight, 170 / 0.7);
 
     EXPECT_EQ(boardMetrics(1000, 1000).arrangement, Arrangement::landscape); // square is landscape
-    EXPECT_DOUBLE_EQ(boardMetrics(600, 500).cardWidth, 62);                // landscape lower bound
+    EXPECT_DOUBLE_EQ(boardMetrics(600, 500).cardWidth, 62);                  // landscape lower bound
     EXPECT_DOUBLE_EQ(boardMetrics(1600, 1000).cardWidth, (1600 - 64 - 196) / 11.0);
     EXPECT_EQ(boardMetrics(1600, 1000, true).arrangement, Arrangement::compact);
 

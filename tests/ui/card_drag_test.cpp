@@ -1,8 +1,8 @@
+#include "store/in_memory_defaults_store.hpp"
+#include "tests/support/positions.hpp"
 #include "ui/blocked_nudge.hpp"
 #include "ui/card_drag.hpp"
 #include "ui/drag_motion.hpp"
-#include "store/in_memory_defaults_store.hpp"
-#include "tests/support/positions.hpp"
 
 #include <gtest/gtest.h>
 
@@ -213,8 +213,7 @@ TEST_F(CardDrag, BlockedCardsAndStrayEndsStartNothing)
     EXPECT_EQ(session.change(store, cache, MoveSource::hand(3), {60, 1260}, {50, 1250}, w),
               CardDragSession::Change::ignored);
     EXPECT_FALSE(session.activeDrag());
-    EXPECT_EQ(session.end(store, cache, MoveSource::tableau(0, 1), overColumn(1)).kind,
-              CardDragSession::End::Kind::none);
+    EXPECT_EQ(session.end(store, cache, MoveSource::tableau(0, 1), overColumn(1)).kind, CardDragSession::End::Kind::none);
     EXPECT_EQ(store.message(), std::nullopt);
 
     // Without a known frame the pointer holds the card by its centre.

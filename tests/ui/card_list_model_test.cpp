@@ -47,8 +47,8 @@ struct RowChange {
     const char* name;
     const char* before;
     const char* after;
-    int removed; // rows taken out
-    int inserted; // rows put in
+    int removed;        // rows taken out
+    int inserted;       // rows put in
     int changedInPlace; // rows whose data changed where they stand
 };
 
@@ -94,18 +94,16 @@ TEST_P(CardListModelChanges, TouchOnlyTheRowsThatChangeAndAgreeWithTheirRows)
 
 INSTANTIATE_TEST_SUITE_P(
     EveryKind, CardListModelChanges,
-    ::testing::Values(RowChange{"ColumnDealt", "", "ABC", 0, 3, 0},
-                      RowChange{"LastCardTaken", "ABC", "AB", 1, 0, 0},
+    ::testing::Values(RowChange{"ColumnDealt", "", "ABC", 0, 3, 0}, RowChange{"LastCardTaken", "ABC", "AB", 1, 0, 0},
                       RowChange{"StringPutOn", "AB", "ABCD", 0, 2, 0},
                       RowChange{"MiddleCardTakenRebuildsTheRest", "ABC", "AC", 2, 1, 0},
-                      RowChange{"NothingKept", "AB", "BAC", 2, 3, 0},
-                      RowChange{"Emptied", "ABC", "", 3, 0, 0},
+                      RowChange{"NothingKept", "AB", "BAC", 2, 3, 0}, RowChange{"Emptied", "ABC", "", 3, 0, 0},
                       RowChange{"CardBecomesMovable", "AB", "A*B", 0, 0, 1},
                       RowChange{"MovableAndLonger", "ABC", "A*BDE", 1, 2, 1},
                       RowChange{"HandSlotFilledWhereItStands", "_A__", "BA__", 0, 0, 1},
                       RowChange{"HandCardToAnotherSlot", "BA__", "_A_B", 0, 0, 2},
                       RowChange{"NoChange", "ABC", "ABC", 0, 0, 0}),
-    [](const ::testing::TestParamInfo<RowChange>& change) { return std::string(change.param.name); });        // no change at all
+    [](const ::testing::TestParamInfo<RowChange>& change) { return std::string(change.param.name); }); // no change at all
 
 // The board's twelve models follow a long random game, undo included, and always show the
 // position the store holds.
@@ -121,11 +119,13 @@ TEST(CardListModelInPlay, BoardModelsMirrorTheStoreThroughAWholeGame)
     std::vector<std::unique_ptr<QAbstractItemModelTester>> testers;
     for (CardListModel* model : columns) {
         ASSERT_TRUE(model);
-        testers.push_back(std::make_unique<QAbstractItemModelTester>(model, QAbstractItemModelTester::FailureReportingMode::Warning));
+        testers.push_back(
+            std::make_unique<QAbstractItemModelTester>(model, QAbstractItemModelTester::FailureReportingMode::Warning));
     }
-    testers.push_back(std::make_unique<QAbstractItemModelTester>(board.hand(), QAbstractItemModelTester::FailureReportingMode::Warning));
     testers.push_back(
-        std::make_unique<QAbstractItemModelTester>(board.foundations(), QAbstractItemModelTester::FailureReportingMode::Warning));
+        std::make_unique<QAbstractItemModelTester>(board.hand(), QAbstractItemModelTester::FailureReportingMode::Warning));
+    testers.push_back(std::make_unique<QAbstractItemModelTester>(board.foundations(),
+                                                                 QAbstractItemModelTester::FailureReportingMode::Warning));
 
     auto ids = [](const CardListModel& model) {
         std::vector<std::optional<Uuid>> out;
@@ -149,7 +149,8 @@ TEST(CardListModelInPlay, BoardModelsMirrorTheStoreThroughAWholeGame)
         for (const HandSlot& slot : state.hand) hand.push_back(slot ? std::optional(slot->id) : std::nullopt);
         ASSERT_EQ(ids(*board.hand()), hand) << "after step " << step;
         std::vector<std::optional<Uuid>> tops;
-        for (const Pile& pile : state.foundations) tops.push_back(pile.empty() ? std::nullopt : std::optional(pile.back().id));
+        for (const Pile& pile : state.foundations)
+            tops.push_back(pile.empty() ? std::nullopt : std::optional(pile.back().id));
         ASSERT_EQ(ids(*board.foundations()), tops) << "after step " << step;
     }
 }

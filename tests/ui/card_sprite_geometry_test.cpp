@@ -40,8 +40,8 @@ TEST(CardSpriteGeometry, ColumnsShowStripsAndTheLastCardWhole)
     const double width = 100;
     const double offset = 25;
     const auto slices = columnSlices(4, width, offset, 2.0, 4);
-    const CardSpriteGeometry sprite =
-        CardSpriteGeometry::forFaceWidth(static_cast<int>(std::lround(cardFaceFrame({0, 0, width, width / cardPlaceAspect}).width * 2)));
+    const CardSpriteGeometry sprite = CardSpriteGeometry::forFaceWidth(
+        static_cast<int>(std::lround(cardFaceFrame({0, 0, width, width / cardPlaceAspect}).width * 2)));
     ASSERT_EQ(slices.size(), 4U);
     for (std::size_t i = 0; i + 1 < slices.size(); ++i) {
         EXPECT_EQ(slices[i].rowCount, sprite.topMargin + 50) << i;

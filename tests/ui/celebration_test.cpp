@@ -58,8 +58,8 @@ TEST(Confetti, FallsAndFades)
     const ConfettiPiece middle = confettiPiece(first, midFall, 1000, 800);
     EXPECT_NEAR(middle.opacity, 1, 1e-9);
     EXPECT_NEAR(middle.y, (800 + 2 * first.size) * 0.25 - first.size, 1e-9);
-    const double lateMidFall = std::floor((28.5 - 0.5 * first.duration) / first.duration) * first.duration +
-                               0.5 * first.duration;
+    const double lateMidFall =
+        std::floor((28.5 - 0.5 * first.duration) / first.duration) * first.duration + 0.5 * first.duration;
     const double late = confettiPiece(first, lateMidFall, 1000, 800).opacity;
     EXPECT_NEAR(late, std::clamp((30 - lateMidFall) / 3, 0.0, 1.0), 1e-9);
     for (const auto& particle : confettiParticles()) {

@@ -1,8 +1,8 @@
 // The real board in an offscreen window, played with the mouse as a player would.
 
-#include "store/game_preferences.hpp"
 #include "store/game_confirmation.hpp"
 #include "store/game_document.hpp"
+#include "store/game_preferences.hpp"
 #include "store/game_store.hpp"
 #include "store/in_memory_defaults_store.hpp"
 #include "store/saved_game.hpp"
@@ -12,14 +12,14 @@
 #include "ui/preferences_model.hpp"
 
 #include <QAccessible>
-#include <QPointer>
 #include <QGuiApplication>
-#include <QStyleHints>
+#include <QPointer>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
+#include <QStyleHints>
 #include <QTest>
 #include <QtQml/QQmlExtensionPlugin>
 
@@ -27,11 +27,11 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <functional>
 #include <fstream>
-#include <unistd.h>
+#include <functional>
 #include <memory>
 #include <tuple>
+#include <unistd.h>
 
 Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
 
@@ -83,7 +83,8 @@ protected:
         window.reset();
         board.reset();
         if (persisting) {
-            defaults.setData(savedGameKey, {std::make_shared<const std::string>(encodeSavedGame({game, game, {}, {}, {}}))});
+            defaults.setData(savedGameKey,
+                             {std::make_shared<const std::string>(encodeSavedGame({game, game, {}, {}, {}}))});
             store = std::make_unique<GameStore>(std::nullopt, defaults, sound);
         } else {
             store = std::make_unique<GameStore>(game, defaults, sound);
@@ -104,7 +105,6 @@ protected:
             << "platform " << QGuiApplication::platformName().toStdString();
         QTest::qWait(30); // the first frame
         view->forceActiveFocus();
-
     }
 
     QQuickItem* item(const QString& name) const { return findItem(view.get(), name); }
@@ -310,13 +310,15 @@ TEST_F(GameViewTest, TheContextMenuPlaysByName)
     auto openMenu = [&](const QString& place) {
         QQuickItem* target = item(place);
         ASSERT_TRUE(target) << place.toStdString();
-        QTest::mouseClick(window.get(), Qt::RightButton, {}, target->mapToScene(QPointF(target->width() / 2, 10)).toPoint());
+        QTest::mouseClick(window.get(), Qt::RightButton, {},
+                          target->mapToScene(QPointF(target->width() / 2, 10)).toPoint());
         QTest::qWait(100);
     };
     auto menuItem = [&](const QString& name) { return visibleMenuItem(window.get(), "objectName", name); };
     auto choose = [&](QQuickItem* entry) {
         ASSERT_TRUE(entry);
-        QTest::mouseClick(window.get(), Qt::LeftButton, {}, entry->mapToScene(QPointF(entry->width() / 2, entry->height() / 2)).toPoint());
+        QTest::mouseClick(window.get(), Qt::LeftButton, {},
+                          entry->mapToScene(QPointF(entry->width() / 2, entry->height() / 2)).toPoint());
         QTest::qWait(50);
     };
 
@@ -485,7 +487,8 @@ TEST_F(GameViewTest, AWinIsCelebratedOnceAndPlayAgainDeals)
 
 TEST_F(GameViewTest, SharingAndOpeningAGame)
 {
-    const auto file = std::filesystem::temp_directory_path() / ("zelvaine-share-" + std::to_string(getpid()) + ".zelvaine");
+    const auto file =
+        std::filesystem::temp_directory_path() / ("zelvaine-share-" + std::to_string(getpid()) + ".zelvaine");
     ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(0)));
     ASSERT_TRUE(board->canShare());
     ASSERT_TRUE(board->exportGame(QUrl::fromLocalFile(QString::fromStdString(file.string()))));
@@ -532,8 +535,7 @@ TEST_F(GameViewTest, AnOpenedGameIsJudgedWithItsOwnRecord)
     };
     auto openShared = [&] {
         board->openGame(QUrl::fromLocalFile(QString::fromStdString(file.string())));
-        ASSERT_EQ(board->confirmation(), Confirmation::Kind::OpenSharedGame)
-            << board->message().toStdString();
+        ASSERT_EQ(board->confirmation(), Confirmation::Kind::OpenSharedGame) << board->message().toStdString();
         board->confirm();
         QCoreApplication::processEvents();
     };
@@ -616,7 +618,8 @@ TEST_F(GameViewTest, AFileThatCannotBeOpenedSaysWhyAndChangesNothing)
 // Sets an environment variable for one scope.
 class ScopedEnvironment {
 public:
-    ScopedEnvironment(const char* name, const QByteArray& value) : name_(name), old_(qgetenv(name)), had_(qEnvironmentVariableIsSet(name))
+    ScopedEnvironment(const char* name, const QByteArray& value)
+        : name_(name), old_(qgetenv(name)), had_(qEnvironmentVariableIsSet(name))
     {
         qputenv(name, value);
     }
@@ -638,7 +641,9 @@ TEST_F(GameViewTest, SharingSaysWhereTheGameWentOrWhyNot)
     std::filesystem::create_directories(home / "elsewhere");
     const ScopedEnvironment homeVariable("HOME", QByteArray::fromStdString(home.string()));
     const ScopedEnvironment configVariable("XDG_CONFIG_HOME", QByteArray::fromStdString((home / "config").string()));
-    const auto folderOf = [](const std::filesystem::path& folder) { return QUrl::fromLocalFile(QString::fromStdString(folder.string())); };
+    const auto folderOf = [](const std::filesystem::path& folder) {
+        return QUrl::fromLocalFile(QString::fromStdString(folder.string()));
+    };
 
     // No Documents folder: home; once there is one, there.
     EXPECT_EQ(board->gameFolder(), folderOf(home));
@@ -663,13 +668,15 @@ TEST_F(GameViewTest, SharingSaysWhereTheGameWentOrWhyNot)
     // A path typed into the panel arrives without a scheme, and is named as typed.
     store->clearMessage();
     EXPECT_FALSE(board->exportGame(QUrl(QString::fromStdString((home / "Typed" / "Mine.zelvaine").string()))));
-    EXPECT_TRUE(board->message().contains(QString::fromStdString((home / "Typed").string()))) << board->message().toStdString();
+    EXPECT_TRUE(board->message().contains(QString::fromStdString((home / "Typed").string())))
+        << board->message().toStdString();
     EXPECT_EQ(board->gameFolder(), folderOf(home / "Documents")) << "a failed share moves nothing";
 
     const auto shared = home / "elsewhere" / "Zelvaine Game.zelvaine";
     ASSERT_TRUE(board->exportGame(folderOf(shared)));
     EXPECT_TRUE(std::filesystem::exists(shared));
-    EXPECT_EQ(board->message().toStdString(), "Game shared as “Zelvaine Game.zelvaine” in " + (home / "elsewhere").string() + ".");
+    EXPECT_EQ(board->message().toStdString(),
+              "Game shared as “Zelvaine Game.zelvaine” in " + (home / "elsewhere").string() + ".");
     EXPECT_EQ(board->gameFolder(), folderOf(home / "elsewhere"));
     std::filesystem::remove_all(home);
 }
@@ -687,7 +694,8 @@ TEST_F(GameViewTest, TheSavePanelSaysSave)
     };
     find(root);
     ASSERT_TRUE(share);
-    QTest::mouseClick(window.get(), Qt::LeftButton, {}, share->mapToScene(QPointF(share->width() / 2, share->height() / 2)).toPoint());
+    QTest::mouseClick(window.get(), Qt::LeftButton, {},
+                      share->mapToScene(QPointF(share->width() / 2, share->height() / 2)).toPoint());
     QTest::qWait(500);
     QStringList buttons;
     const std::function<void(QQuickItem*)> collect = [&](QQuickItem* item) {
@@ -715,7 +723,8 @@ TEST_F(GameViewTest, WithMoveMessagesOffRefusalsAreSilentButHintsShow)
     QTest::qWait(500); // the returning preview is gone
     refuseADrop();
     EXPECT_TRUE(toast->property("shown").toString().isEmpty());
-    EXPECT_TRUE(QTest::qWaitFor([this] { return board->message().isEmpty(); }, 1000)) << "cleared from the store at once";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return board->message().isEmpty(); }, 1000))
+        << "cleared from the store at once";
 
     click("hintButton");
     EXPECT_EQ(board->messageKind(), Message::Kind::Hint);
@@ -837,7 +846,8 @@ TEST_F(GameViewTest, ConfirmationsAreAskedOverTheBoard)
     QQuickItem* confirm = findItem(root, "confirmationConfirm");
     ASSERT_TRUE(confirm);
     ASSERT_TRUE(confirm->isVisible());
-    QTest::mouseClick(window.get(), Qt::LeftButton, {}, confirm->mapToScene(QPointF(confirm->width() / 2, confirm->height() / 2)).toPoint());
+    QTest::mouseClick(window.get(), Qt::LeftButton, {},
+                      confirm->mapToScene(QPointF(confirm->width() / 2, confirm->height() / 2)).toPoint());
     QTest::qWait(50);
     EXPECT_EQ(store->state().moveCount, 0);
     EXPECT_TRUE(store->challenge().usedRestart);

@@ -2,11 +2,11 @@
 
 #include "app/qml_menu.hpp"
 #include "app/updater.hpp"
-#include "tests/app/test_http_server.hpp"
 #include "store/game_confirmation.hpp"
 #include "store/game_preferences.hpp"
 #include "store/game_store.hpp"
 #include "store/in_memory_defaults_store.hpp"
+#include "tests/app/test_http_server.hpp"
 #include "tests/support/positions.hpp"
 #include "ui/game_board.hpp"
 #include "ui/preferences_model.hpp"
@@ -110,7 +110,12 @@ TEST_F(MainWindowTest, TheWholeBoardFitsAtTheSmallestSize)
     for (int c = 0; c < 10; ++c) places << QString("tableau-%1-9").arg(c);
     for (int f = 0; f < 8; ++f) places << QString("foundation-%1").arg(f);
     for (int s = 0; s < 4; ++s) places << QString("hand-%1").arg(s);
-    places << "moveCount" << "redoButton" << "hintButton" << "gameTransferMenu" << "rulesButton" << "settingsButton";
+    places << "moveCount"
+           << "redoButton"
+           << "hintButton"
+           << "gameTransferMenu"
+           << "rulesButton"
+           << "settingsButton";
     for (const QSize size : {smallest, QSize(smallest.width(), smallest.width() + 100)}) {
         for (const bool handOnRight : {false, true}) {
             preferencesModel.setHandOnRight(handOnRight);
@@ -162,7 +167,8 @@ TEST_F(MainWindowTest, DisabledMenuItemsLookDisabled)
     }
     const QColor disabledKeys = colourOf(menuText(window, "undoMenuItem", "menuItemKeys"));
     const QColor availableKeys = colourOf(menuText(window, "newGameMenuItem", "menuItemKeys"));
-    EXPECT_LT(disabledKeys.lightnessF() * disabledKeys.alphaF(), availableKeys.lightnessF() * availableKeys.alphaF() - 0.1);
+    EXPECT_LT(disabledKeys.lightnessF() * disabledKeys.alphaF(),
+              availableKeys.lightnessF() * availableKeys.alphaF() - 0.1);
 
     // The look follows the state.
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
@@ -288,7 +294,8 @@ TEST_F(MainWindowTest, EveryKeyWorksEveryTime)
         QVariantList sequences = object->property("sequences").toList();
         sequences << object->property("sequence");
         for (const QVariant& sequence : sequences)
-            EXPECT_FALSE(QKeySequence(sequence.toString())[0].keyboardModifiers() & Qt::ControlModifier) << sequence.toString().toStdString();
+            EXPECT_FALSE(QKeySequence(sequence.toString())[0].keyboardModifiers() & Qt::ControlModifier)
+                << sequence.toString().toStdString();
     }
 }
 

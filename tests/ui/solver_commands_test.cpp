@@ -201,7 +201,8 @@ TEST_F(SolverCommandsTest, TheLiveVerdictEndsOnThePositionOnTheTable)
             EXPECT_EQ(commands->liveVerdict(), SolverCommands::Verdict::Checking);
         }
         for (int i = 0; i < 3; ++i) store->undo();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return commands->liveVerdict() != SolverCommands::Verdict::Checking; }, 120000));
+        ASSERT_TRUE(
+            QTest::qWaitFor([this] { return commands->liveVerdict() != SolverCommands::Verdict::Checking; }, 120000));
         const auto expected = [&] {
             switch (verdictOf(store->state())) {
             case Verdict::winnable: return SolverCommands::Verdict::Winnable;

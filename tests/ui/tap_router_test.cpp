@@ -1,7 +1,7 @@
-#include "ui/card_face.hpp"
-#include "ui/tap_router.hpp"
 #include "store/in_memory_defaults_store.hpp"
 #include "tests/support/positions.hpp"
+#include "ui/card_face.hpp"
+#include "ui/tap_router.hpp"
 
 #include <gtest/gtest.h>
 
@@ -25,9 +25,9 @@ protected:
 GameState board()
 {
     GameState s = testing::emptyBoard();
-    s.tableau[0] = cards("KS 9H 8S");  // 9H 8S moves; KS is blocked
+    s.tableau[0] = cards("KS 9H 8S"); // 9H 8S moves; KS is blocked
     s.tableau[1] = cards("10C");
-    s.tableau[2] = cards("QD 9C");     // 9C fits nowhere but a red ten
+    s.tableau[2] = cards("QD 9C"); // 9C fits nowhere but a red ten
     s.tableau[3] = cards("10S");
     s.hand[0] = card("AH");
     s.foundations[1] = testing::foundationUpTo("AS");
@@ -80,7 +80,7 @@ TEST_F(Taps, BlockedCardsAreNeverSelected)
     EXPECT_FALSE(store.message());
 
     now = 20;
-    taps::onHandCard(store, 0);      // A♥ selected
+    taps::onHandCard(store, 0);       // A♥ selected
     taps::onTableauCard(store, 2, 0); // QD is blocked: tries column 2, refused
     EXPECT_FALSE(store.selection());
 }
@@ -88,21 +88,21 @@ TEST_F(Taps, BlockedCardsAreNeverSelected)
 TEST_F(Taps, SelectionMovesToTheTappedPlace)
 {
     GameStore store = storeWith(board());
-    taps::onTableauCard(store, 0, 1);            // 9H 8S
-    taps::onTableauCard(store, 1, 0);            // onto 10C
+    taps::onTableauCard(store, 0, 1); // 9H 8S
+    taps::onTableauCard(store, 1, 0); // onto 10C
     EXPECT_EQ(store.state().tableau[1].size(), 3U);
 
     now = 10;
-    taps::onHandCard(store, 0);                  // A♥
+    taps::onHandCard(store, 0); // A♥
     taps::onEmptyPlace(store, MoveDestination::foundation(4));
     EXPECT_EQ(store.state().foundations[4].size(), 1U);
 
     now = 20;
-    taps::onTableauCard(store, 3, 0);            // 10S
-    taps::onTableauCard(store, 2, 1);            // 9C can't take it: 9C becomes the selection
+    taps::onTableauCard(store, 3, 0); // 10S
+    taps::onTableauCard(store, 2, 1); // 9C can't take it: 9C becomes the selection
     EXPECT_EQ(store.selection(), MoveSource::tableau(2, 1));
 
-    taps::onFoundationCard(store, 4);            // 9C onto A♥? refused, A♥ is selected instead
+    taps::onFoundationCard(store, 4); // 9C onto A♥? refused, A♥ is selected instead
     EXPECT_EQ(store.selection(), MoveSource::foundation(4));
 }
 

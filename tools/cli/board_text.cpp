@@ -8,8 +8,8 @@ namespace {
 
 std::string cardText(const PlayingCard& card)
 {
-    static constexpr std::array<const char*, 13> ranks{"A", "2", "3", "4", "5", "6", "7",
-                                                        "8", "9", "10", "J", "Q", "K"};
+    static constexpr std::array<const char*, 13> ranks{"A", "2", "3",  "4", "5", "6", "7",
+                                                       "8", "9", "10", "J", "Q", "K"};
     static constexpr std::array<const char*, 4> suits{"♣", "♦", "♥", "♠"};
     return std::string(ranks[static_cast<std::size_t>(rawValue(card.rank) - 1)]) +
            suits[static_cast<std::size_t>(card.suit)];

@@ -30,7 +30,6 @@
 #include <sys/resource.h>
 #include <time.h>
 
-
 namespace zelvaine::cli {
 namespace {
 
@@ -89,8 +88,7 @@ MoveSource sourceArgument(std::string_view text)
 MoveDestination destinationArgument(std::string_view text)
 {
     if (auto destination = parseMoveDestination(text)) return *destination;
-    throw UsageError{"bad destination \"" + std::string(text) +
-                     "\" (expected tableau:C, foundation:F, hand or hand:S)"};
+    throw UsageError{"bad destination \"" + std::string(text) + "\" (expected tableau:C, foundation:F, hand or hand:S)"};
 }
 
 void expectArguments(std::span<const std::string_view> args, std::size_t count)

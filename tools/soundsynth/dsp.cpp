@@ -6,10 +6,7 @@
 
 namespace zelvaine::synth {
 
-std::size_t samplesFor(double seconds)
-{
-    return static_cast<std::size_t>(std::lround(seconds * kSampleRate));
-}
+std::size_t samplesFor(double seconds) { return static_cast<std::size_t>(std::lround(seconds * kSampleRate)); }
 
 std::uint64_t Noise::next64()
 {
@@ -20,15 +17,9 @@ std::uint64_t Noise::next64()
     return z ^ (z >> 31);
 }
 
-double Noise::uniform()
-{
-    return static_cast<double>(next64() >> 11) * 0x1.0p-53;
-}
+double Noise::uniform() { return static_cast<double>(next64() >> 11) * 0x1.0p-53; }
 
-double Noise::white()
-{
-    return 2.0 * uniform() - 1.0;
-}
+double Noise::white() { return 2.0 * uniform() - 1.0; }
 
 namespace {
 
@@ -74,9 +65,8 @@ Biquad Biquad::highShelf(double corner, double gainDb, double q)
     const double a = std::pow(10.0, gainDb / 40.0);
     const double root = 2.0 * std::sqrt(a) * alpha;
     Biquad biquad;
-    biquad.set(a * ((a + 1) + (a - 1) * c + root), -2 * a * ((a - 1) + (a + 1) * c),
-               a * ((a + 1) + (a - 1) * c - root), (a + 1) - (a - 1) * c + root,
-               2 * ((a - 1) - (a + 1) * c), (a + 1) - (a - 1) * c - root);
+    biquad.set(a * ((a + 1) + (a - 1) * c + root), -2 * a * ((a - 1) + (a + 1) * c), a * ((a + 1) + (a - 1) * c - root),
+               (a + 1) - (a - 1) * c + root, 2 * ((a - 1) - (a + 1) * c), (a + 1) - (a - 1) * c - root);
     return biquad;
 }
 
@@ -119,10 +109,7 @@ void mixInto(Signal& target, const Signal& source, std::size_t offset, double ga
 
 namespace {
 
-double raisedCosine(double position)
-{
-    return 0.5 - 0.5 * std::cos(std::numbers::pi * std::clamp(position, 0.0, 1.0));
-}
+double raisedCosine(double position) { return 0.5 - 0.5 * std::cos(std::numbers::pi * std::clamp(position, 0.0, 1.0)); }
 
 } // namespace
 
