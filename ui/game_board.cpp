@@ -11,8 +11,6 @@
 #include "ui/tap_router.hpp"
 
 #include <QDateTime>
-#include <QDir>
-#include <QFileInfo>
 
 #include <limits>
 #include <utility>
@@ -55,13 +53,6 @@ GameBoard::GameBoard(GameStore& store, GamePreferences* statistics, QObject* par
 }
 
 GameBoard::~GameBoard() { store_.unobserve(token_); }
-
-QList<QObject*> GameBoard::columns() const
-{
-    QList<QObject*> list;
-    for (const auto& column : columns_) list.append(column.get());
-    return list;
-}
 
 CardListModel* GameBoard::columnCards(int index) const
 {
@@ -170,19 +161,10 @@ void GameBoard::confirm()
 
 bool GameBoard::exportGame(const QUrl& file)
 {
-    const auto document = store_.makeDocument();
-    if (!document) return false;
-    const QString path = localPath(file);
-    if (const auto failure = writeSharedGame(path, document->encode())) {
-        store_.showNotice(failure->toStdString());
-        return false;
-    }
-    const QFileInfo written(path);
-    store_.showNotice(tr("Game shared as “%1” in %2.")
-                          .arg(written.fileName(), QDir::toNativeSeparators(written.absolutePath()))
-                          .toStdString());
-    if (lastShareFolder_ != written.absolutePath()) {
-        lastShareFolder_ = written.absolutePath();
+    const auto folder = shareGame(store_, localPath(file));
+    if (!folder) return false;
+    if (lastShareFolder_ != *folder) {
+        lastShareFolder_ = *folder;
         emit gameFolderChanged();
     }
     return true;
@@ -190,22 +172,7 @@ bool GameBoard::exportGame(const QUrl& file)
 
 QUrl GameBoard::gameFolder() const { return sharedGameFolder(lastShareFolder_); }
 
-void GameBoard::openGame(const QUrl& file)
-{
-    // While another question is asked, the file is still read, so that a broken one says so;
-    // a good one waits for nothing, as the player is answering something else.
-    const auto reject = [this](const std::optional<std::string>& description) {
-        if (store_.confirmation()) store_.showNotice(description.value_or(sharedGameFailureText()));
-        else store_.rejectSharedGame(description);
-    };
-    auto document = ZelvaineGameDocument::read(localPath(file).toStdString());
-    if (!document) return reject(document.error().playerDescription());
-    if (store_.confirmation()) {
-        if (auto states = document->makeStates(); !states) reject(states.error().description());
-        return;
-    }
-    if (const auto error = store_.prepareSharedGame(*document)) reject(error->description());
-}
+void GameBoard::openGame(const QUrl& file) { openSharedGame(store_, localPath(file)); }
 
 void GameBoard::openGamePath(const QString& path)
 {

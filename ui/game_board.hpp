@@ -29,7 +29,6 @@ class GameBoard : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the application around its store")
-    Q_PROPERTY(QList<QObject*> columns READ columns CONSTANT FINAL)
     Q_PROPERTY(zelvaine::CardListModel* hand READ hand CONSTANT FINAL)
     Q_PROPERTY(zelvaine::CardListModel* foundations READ foundations CONSTANT FINAL)
     Q_PROPERTY(int moveCount READ moveCount NOTIFY stateChanged FINAL)
@@ -75,7 +74,6 @@ public:
     explicit GameBoard(GameStore& store, GamePreferences* statistics = nullptr, QObject* parent = nullptr);
     ~GameBoard() override;
 
-    QList<QObject*> columns() const;
     // One column's cards, typed for the view that shows them.
     Q_INVOKABLE zelvaine::CardListModel* columnCards(int index) const;
     CardListModel* hand() { return &hand_; }

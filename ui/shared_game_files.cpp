@@ -50,4 +50,36 @@ std::optional<QString> writeSharedGame(const QString& path, const std::string& b
         .arg(QDir::toNativeSeparators(file.absoluteFilePath()), out.errorString());
 }
 
+std::optional<QString> shareGame(GameStore& store, const QString& path)
+{
+    const auto document = store.makeDocument();
+    if (!document) return std::nullopt;
+    if (const auto failure = writeSharedGame(path, document->encode())) {
+        store.showNotice(failure->toStdString());
+        return std::nullopt;
+    }
+    const QFileInfo written(path);
+    store.showNotice(QCoreApplication::translate("SharedGameFiles", "Game shared as “%1” in %2.")
+                         .arg(written.fileName(), QDir::toNativeSeparators(written.absolutePath()))
+                         .toStdString());
+    return written.absolutePath();
+}
+
+void openSharedGame(GameStore& store, const QString& path)
+{
+    // While another question is asked, the file is still read, so that a broken one says so;
+    // a good one waits for nothing, as the player is answering something else.
+    const auto reject = [&store](const std::optional<std::string>& description) {
+        if (store.confirmation()) store.showNotice(description.value_or(sharedGameFailureText()));
+        else store.rejectSharedGame(description);
+    };
+    auto document = ZelvaineGameDocument::read(path.toStdString());
+    if (!document) return reject(document.error().playerDescription());
+    if (store.confirmation()) {
+        if (auto states = document->makeStates(); !states) reject(states.error().description());
+        return;
+    }
+    if (const auto error = store.prepareSharedGame(*document)) reject(error->description());
+}
+
 } // namespace zelvaine

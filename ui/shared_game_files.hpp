@@ -1,5 +1,10 @@
 #pragma once
 
+// moc cannot read the C++20 standard headers the store pulls in, and needs nothing from them.
+#ifndef Q_MOC_RUN
+#include "store/game_store.hpp"
+#endif
+
 #include <QString>
 #include <QUrl>
 
@@ -21,5 +26,12 @@ QString localPath(const QUrl& file);
 
 // Writes a shared game atomically. Nothing, or the player's sentence saying why it failed.
 std::optional<QString> writeSharedGame(const QString& path, const std::string& bytes);
+
+// The player's "Share": the store's game written to `path`, and the player told where it went
+// or why it did not. The folder it went to, when it was written.
+std::optional<QString> shareGame(GameStore& store, const QString& path);
+
+// A shared game the player chose, read and offered to the store, or the player told why not.
+void openSharedGame(GameStore& store, const QString& path);
 
 } // namespace zelvaine

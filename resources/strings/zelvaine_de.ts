@@ -654,6 +654,10 @@
         <source>The game was not shared: “%1” could not be written (%2).</source>
         <translation>Das Spiel wurde nicht geteilt: „%1“ konnte nicht geschrieben werden (%2).</translation>
     </message>
+    <message>
+        <source>Game shared as “%1” in %2.</source>
+        <translation>Spiel als „%1“ in %2 geteilt.</translation>
+    </message>
 </context>
 <context>
     <name>SourceMoveMenu</name>
@@ -1232,13 +1236,6 @@
     <message>
         <source>Finding a deal that can be won…</source>
         <translation>Ein gewinnbares Spiel wird gesucht…</translation>
-    </message>
-</context>
-<context>
-    <name>zelvaine::GameBoard</name>
-    <message>
-        <source>Game shared as “%1” in %2.</source>
-        <translation>Spiel als „%1“ in %2 geteilt.</translation>
     </message>
 </context>
 <context>
