@@ -9,8 +9,7 @@ Item {
     id: screen
 
     property string title
-    // [{ header, paragraphs: [text], secondary, link: { text, url } }]
-    property var sections: []
+    property list<InfoSection> sections
     signal back()
 
     ColumnLayout {
@@ -54,16 +53,16 @@ Item {
                     model: screen.sections
                     ColumnLayout {
                         id: section
-                        required property var modelData
-                        readonly property bool secondary: !!modelData.secondary
+                        required property InfoSection modelData
+                        readonly property bool secondary: modelData.secondary
                         Layout.fillWidth: true
                         Layout.leftMargin: 24
                         Layout.rightMargin: 24
                         spacing: 6
                         Label {
-                            visible: !!section.modelData.header
+                            visible: section.modelData.header.length > 0
                             Accessible.ignored: !visible
-                            text: section.modelData.header ? section.modelData.header.toUpperCase() : ""
+                            text: section.modelData.header.toUpperCase()
                             font.pixelSize: 12
                             color: Qt.rgba(1, 1, 1, 0.55)
                         }
@@ -90,15 +89,15 @@ Item {
                                     }
                                 }
                                 Label {
-                                    visible: !!section.modelData.link
+                                    visible: section.modelData.linkText.length > 0
                                     Accessible.ignored: !visible
-                                    text: section.modelData.link ? "<a href=\"" + section.modelData.link.url + "\">" + section.modelData.link.text + "</a>" : ""
+                                    text: visible ? "<a href=\"" + section.modelData.linkUrl + "\">" + section.modelData.linkText + "</a>" : ""
                                     textFormat: Text.StyledText
                                     linkColor: "#64d2ff"
                                     font.pixelSize: 14
                                     onLinkActivated: url => Qt.openUrlExternally(url)
                                     Accessible.role: Accessible.Link
-                                    Accessible.name: section.modelData.link ? section.modelData.link.text : ""
+                                    Accessible.name: section.modelData.linkText
                                     MouseArea {
                                         anchors.fill: parent
                                         acceptedButtons: Qt.NoButton

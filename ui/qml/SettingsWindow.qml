@@ -90,18 +90,29 @@ Window {
             title: qsTr("Privacy Policy")
             onBack: stack.replace(settingsPage, {}, StackView.PopTransition)
             sections: [
-                { paragraphs: [qsTr("Zelvaine does not collect, transmit, sell, or share personal data.")] },
-                { header: qsTr("Information stored on this device"),
-                  paragraphs: [qsTr("Your current deal, preferences, move statistics, and high score are stored locally so the game can restore your progress. Zelvaine has no accounts, advertising, analytics, or tracking."),
-                               qsTr("This local information is kept in the folder %1. It stays there when you uninstall Zelvaine; delete that folder to remove it. It may be included in backups of your home folder.").arg(settings.preferences.dataFolder)] },
-                { header: qsTr("Software updates"),
-                  // Only a build whose packager named a release feed has a server to name.
-                  paragraphs: [settings.updateHost
-                               ? qsTr("Zelvaine connects to %1 only to check for software updates; a download opens in your web browser. It does not send an anonymous system profile.").arg(settings.updateHost)
-                               : qsTr("This copy of Zelvaine makes no network connection: it has no update feed and never checks for updates.")] },
-                { header: qsTr("Permissions"),
-                  paragraphs: [qsTr("Zelvaine does not request access to your location, contacts, photos, camera, microphone, or other protected information.")] },
-                { paragraphs: [qsTr("Effective 28 July 2026")], secondary: true }
+                InfoSection {
+                    paragraphs: [qsTr("Zelvaine does not collect, transmit, sell, or share personal data.")]
+                },
+                InfoSection {
+                    header: qsTr("Information stored on this device")
+                    paragraphs: [qsTr("Your current deal, preferences, move statistics, and high score are stored locally so the game can restore your progress. Zelvaine has no accounts, advertising, analytics, or tracking."),
+                                 qsTr("This local information is kept in the folder %1. It stays there when you uninstall Zelvaine; delete that folder to remove it. It may be included in backups of your home folder.").arg(settings.preferences.dataFolder)]
+                },
+                InfoSection {
+                    header: qsTr("Software updates")
+                    // Only a build whose packager named a release feed has a server to name.
+                    paragraphs: [settings.updateHost
+                                 ? qsTr("Zelvaine connects to %1 only to check for software updates; a download opens in your web browser. It does not send an anonymous system profile.").arg(settings.updateHost)
+                                 : qsTr("This copy of Zelvaine makes no network connection: it has no update feed and never checks for updates.")]
+                },
+                InfoSection {
+                    header: qsTr("Permissions")
+                    paragraphs: [qsTr("Zelvaine does not request access to your location, contacts, photos, camera, microphone, or other protected information.")]
+                },
+                InfoSection {
+                    paragraphs: [qsTr("Effective 28 July 2026")]
+                    secondary: true
+                }
             ]
         }
     }
@@ -113,28 +124,43 @@ Window {
             title: qsTr("Acknowledgements")
             onBack: stack.replace(settingsPage, {}, StackView.PopTransition)
             sections: [
-                { header: qsTr("Playing-card artwork"),
-                  paragraphs: [qsTr("The traditional playing-card faces are rendered from %1, the SVG edition by Letele Motebang of Adrian Kennard’s playing-card designs, released into the public domain under Creative Commons CC0.").arg("letele/playing-cards")],
-                  link: { text: qsTr("View source"), url: "https://github.com/letele/playing-cards" } },
-                { header: qsTr("App icon"),
-                  paragraphs: [qsTr("The Zelvaine icon is drawn for the game and uses traditional suit forms.")] },
-                { header: qsTr("Sound effects"),
-                  paragraphs: [qsTr("Card sounds are synthesised for Zelvaine by its own sound generator; no recordings are used.")] },
-                { header: qsTr("Icons"),
-                  paragraphs: [qsTr("Interface symbols are from Material Design Icons by Pictogrammers, licensed under the Apache License 2.0.")],
-                  link: { text: qsTr("Icon license"), url: "https://github.com/Templarian/MaterialDesign-SVG/blob/master/LICENSE" } },
-                { header: qsTr("Libraries"),
-                  paragraphs: [qsTr("Zelvaine is built with these libraries, each under its own licence:"),
-                               qsTr("Qt 6 by The Qt Company and the Qt Project: GNU Lesser General Public License, version 3."),
-                               qsTr("OpenAL Soft by Chris Robinson and contributors: GNU Library General Public License, version 2 or later."),
-                               qsTr("libsndfile by Erik de Castro Lopo and contributors: GNU Lesser General Public License, version 2.1 or later."),
-                               qsTr("SQLite: dedicated to the public domain."),
-                               qsTr("simdjson by Daniel Lemire, Geoff Langdale and contributors: Apache License 2.0."),
-                               qsTr("Asio by Christopher M. Kohlhoff: Boost Software License 1.0."),
-                               qsTr("libuuid from util-linux by Theodore Ts’o: BSD 3-Clause License.")],
-                  link: { text: qsTr("Qt’s licence terms"), url: "https://doc.qt.io/qt-6/lgpl.html" } },
-                { header: qsTr("Software updates"),
-                  paragraphs: [qsTr("Zelvaine’s update checker is its own: it reads only the release feed that its packager names, if any, and sends nothing about you or your system.")] }
+                InfoSection {
+                    header: qsTr("Playing-card artwork")
+                    paragraphs: [qsTr("The traditional playing-card faces are rendered from %1, the SVG edition by Letele Motebang of Adrian Kennard’s playing-card designs, released into the public domain under Creative Commons CC0.").arg("letele/playing-cards")]
+                    linkText: qsTr("View source")
+                    linkUrl: "https://github.com/letele/playing-cards"
+                },
+                InfoSection {
+                    header: qsTr("App icon")
+                    paragraphs: [qsTr("The Zelvaine icon is drawn for the game and uses traditional suit forms.")]
+                },
+                InfoSection {
+                    header: qsTr("Sound effects")
+                    paragraphs: [qsTr("Card sounds are synthesised for Zelvaine by its own sound generator; no recordings are used.")]
+                },
+                InfoSection {
+                    header: qsTr("Icons")
+                    paragraphs: [qsTr("Interface symbols are from Material Design Icons by Pictogrammers, licensed under the Apache License 2.0.")]
+                    linkText: qsTr("Icon license")
+                    linkUrl: "https://github.com/Templarian/MaterialDesign-SVG/blob/master/LICENSE"
+                },
+                InfoSection {
+                    header: qsTr("Libraries")
+                    paragraphs: [qsTr("Zelvaine is built with these libraries, each under its own licence:"),
+                                 qsTr("Qt 6 by The Qt Company and the Qt Project: GNU Lesser General Public License, version 3."),
+                                 qsTr("OpenAL Soft by Chris Robinson and contributors: GNU Library General Public License, version 2 or later."),
+                                 qsTr("libsndfile by Erik de Castro Lopo and contributors: GNU Lesser General Public License, version 2.1 or later."),
+                                 qsTr("SQLite: dedicated to the public domain."),
+                                 qsTr("simdjson by Daniel Lemire, Geoff Langdale and contributors: Apache License 2.0."),
+                                 qsTr("Asio by Christopher M. Kohlhoff: Boost Software License 1.0."),
+                                 qsTr("libuuid from util-linux by Theodore Ts’o: BSD 3-Clause License.")]
+                    linkText: qsTr("Qt’s licence terms")
+                    linkUrl: "https://doc.qt.io/qt-6/lgpl.html"
+                },
+                InfoSection {
+                    header: qsTr("Software updates")
+                    paragraphs: [qsTr("Zelvaine’s update checker is its own: it reads only the release feed that its packager names, if any, and sends nothing about you or your system.")]
+                }
             ]
         }
     }
