@@ -145,10 +145,12 @@ void GameStore::setIsImportingGame(bool importing)
     assign(isImportingGame_, importing, GameStoreProperty::isImportingGame);
 }
 
+// A message's kind is always assigned before its text, so that an observer of the text sees the
+// two together.
 void GameStore::clearMessage()
 {
-    assign(message_, std::nullopt, GameStoreProperty::message);
     assign(messageKind_, std::nullopt, GameStoreProperty::messageKind);
+    assign(message_, std::nullopt, GameStoreProperty::message);
 }
 
 void GameStore::setState(GameState state)

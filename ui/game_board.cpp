@@ -50,6 +50,7 @@ GameBoard::GameBoard(GameStore& store, GamePreferences* statistics, QObject* par
     refreshPlaces();
     refreshTargets();
     shownSelection_ = store_.selection();
+    publishChanges();
 }
 
 GameBoard::~GameBoard() { store_.unobserve(token_); }
@@ -92,7 +93,6 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
             focus_ = settled;
             emit focusChanged();
         }
-        emit stateChanged();
         // The store is in the middle of an operation; the full reaction waits until it is over.
         reactions_.positionChanged();
         if (!reactionQueued_) {
@@ -100,9 +100,6 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
             QMetaObject::invokeMethod(this, &GameBoard::afterPositionChange, Qt::QueuedConnection);
         }
         break;
-    case GameStoreProperty::confirmation: emit confirmationChanged(); break;
-    case GameStoreProperty::showRules: emit showRulesChanged(); break;
-    case GameStoreProperty::isImportingGame: emit importingChanged(); break;
     case GameStoreProperty::selection:
         refreshTargets();
         // Every move clears the selection; most moves had none to clear.
@@ -111,9 +108,42 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
             emit selectionChanged();
         }
         break;
-    case GameStoreProperty::message:
-    case GameStoreProperty::messageKind: emit messageChanged(); break;
     default: break;
+    }
+    // The history, the challenge record and the deal's start change without a notice of their
+    // own, so every notice compares everything the properties show.
+    publishChanges(property);
+    if (property == GameStoreProperty::message && store_.message()) emit messageArrived();
+}
+
+void GameBoard::publishChanges(std::optional<GameStoreProperty> property)
+{
+    // Compares a property with what its signal last announced, and announces a change.
+    const auto update = [this](auto& shown, auto now, void (GameBoard::*signal)()) {
+        if (shown == now) return;
+        shown = std::move(now);
+        emit(this->*signal)();
+    };
+    update(shown_.moveCount, moveCount(), &GameBoard::moveCountChanged);
+    update(shown_.won, won(), &GameBoard::wonChanged);
+    update(shown_.canUndo, canUndo(), &GameBoard::canUndoChanged);
+    update(shown_.canRedo, canRedo(), &GameBoard::canRedoChanged);
+    update(shown_.hasProgress, hasProgress(), &GameBoard::hasProgressChanged);
+    update(shown_.canShare, canShare(), &GameBoard::canShareChanged);
+    if (shown_.winMessage != winMessage() || shown_.winSummary != winSummary()) {
+        shown_.winMessage = winMessage();
+        shown_.winSummary = winSummary();
+        emit winTextChanged();
+    }
+    update(shown_.confirmation, confirmation(), &GameBoard::confirmationChanged);
+    update(shown_.showRules, showRules(), &GameBoard::showRulesChanged);
+    update(shown_.isImportingGame, isImportingGame(), &GameBoard::importingChanged);
+    // The store assigns a message's kind before its text: the pair is complete once the text is.
+    if (property == GameStoreProperty::messageKind) return;
+    if (shown_.message != message() || shown_.messageKind != messageKind()) {
+        shown_.message = message();
+        shown_.messageKind = messageKind();
+        emit messageChanged();
     }
 }
 
@@ -193,7 +223,11 @@ QString GameBoard::winMessage() const
     return QString::fromStdString(celebrationMessage(store_.gameIdentifier(), store_.state().moveCount));
 }
 
-QString GameBoard::winSummary() const { return QString::fromStdString(completionSummary(store_.state().moveCount)); }
+QString GameBoard::winSummary() const
+{
+    if (!isWon(store_.state())) return {};
+    return QString::fromStdString(completionSummary(store_.state().moveCount));
+}
 
 void GameBoard::playFinishStep() { wakeFinishAfter(finish_.step()); }
 

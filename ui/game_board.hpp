@@ -31,12 +31,12 @@ class GameBoard : public QObject {
     QML_UNCREATABLE("Made by the application around its store")
     Q_PROPERTY(zelvaine::CardListModel* hand READ hand CONSTANT FINAL)
     Q_PROPERTY(zelvaine::CardListModel* foundations READ foundations CONSTANT FINAL)
-    Q_PROPERTY(int moveCount READ moveCount NOTIFY stateChanged FINAL)
-    Q_PROPERTY(bool won READ won NOTIFY stateChanged FINAL)
-    Q_PROPERTY(bool canUndo READ canUndo NOTIFY stateChanged FINAL)
-    Q_PROPERTY(bool canRedo READ canRedo NOTIFY stateChanged FINAL)
-    Q_PROPERTY(bool hasProgress READ hasProgress NOTIFY stateChanged FINAL)
-    Q_PROPERTY(bool canShare READ canShare NOTIFY stateChanged FINAL)
+    Q_PROPERTY(int moveCount READ moveCount NOTIFY moveCountChanged FINAL)
+    Q_PROPERTY(bool won READ won NOTIFY wonChanged FINAL)
+    Q_PROPERTY(bool canUndo READ canUndo NOTIFY canUndoChanged FINAL)
+    Q_PROPERTY(bool canRedo READ canRedo NOTIFY canRedoChanged FINAL)
+    Q_PROPERTY(bool hasProgress READ hasProgress NOTIFY hasProgressChanged FINAL)
+    Q_PROPERTY(bool canShare READ canShare NOTIFY canShareChanged FINAL)
     // The rules sheet shows while this is set; closing it clears it.
     Q_PROPERTY(bool showRules READ showRules WRITE setShowRules NOTIFY showRulesChanged FINAL)
     // Set by "Open Game…": the view offers its file picker and clears it.
@@ -52,8 +52,9 @@ class GameBoard : public QObject {
     Q_PROPERTY(bool autoCompleting READ autoCompleting NOTIFY autoCompletingChanged FINAL)
     // The confetti's start, in milliseconds since the epoch; 0 when none falls.
     Q_PROPERTY(double celebrationStartedAt READ celebrationStartedAt NOTIFY celebrationChanged FINAL)
-    Q_PROPERTY(QString winMessage READ winMessage NOTIFY stateChanged FINAL)
-    Q_PROPERTY(QString winSummary READ winSummary NOTIFY stateChanged FINAL)
+    // The win panel's praise and its summary line; empty while the position is not won.
+    Q_PROPERTY(QString winMessage READ winMessage NOTIFY winTextChanged FINAL)
+    Q_PROPERTY(QString winSummary READ winSummary NOTIFY winTextChanged FINAL)
     // The selected place; with a column's card, the card's index too.
     Q_PROPERTY(zelvaine::Place::Kind selectionKind READ selectionKind NOTIFY selectionChanged FINAL)
     Q_PROPERTY(int selectionIndex READ selectionIndex NOTIFY selectionChanged FINAL)
@@ -161,10 +162,21 @@ public:
     const CardListModel& column(int index) const { return *columns_[static_cast<std::size_t>(index)]; }
 
 signals:
-    void stateChanged();
+    // Each goes out only when what it announces changed: the store reports every assignment,
+    // and most moves leave most of these as they were.
+    void moveCountChanged();
+    void wonChanged();
+    void canUndoChanged();
+    void canRedoChanged();
+    void hasProgressChanged();
+    void canShareChanged();
+    void winTextChanged();
     void selectionChanged();
     void targetsChanged();
     void messageChanged();
+    // A message was published, also one with the text already on show (the same refusal
+    // twice): the player should hear it again.
+    void messageArrived();
     void focusChanged();
     void confirmationChanged();
     void autoCompletingChanged();
@@ -175,6 +187,8 @@ signals:
 
 private:
     void onStoreChanged(GameStoreProperty property);
+    // `property` is the store's notice that prompted the comparison; none at the start.
+    void publishChanges(std::optional<GameStoreProperty> property = std::nullopt);
     void showFocusAt(const KeyboardFocus& focus);
     void refreshPlaces();
     void refreshTargets();
@@ -190,6 +204,23 @@ private:
     QList<bool> columnTargets_;
     QList<bool> foundationTargets_;
     QList<bool> handTargets_;
+    // What the properties said when their signals last went out.
+    struct Shown {
+        int moveCount = -1;
+        bool won = false;
+        bool canUndo = false;
+        bool canRedo = false;
+        bool hasProgress = false;
+        bool canShare = false;
+        QString winMessage;
+        QString winSummary;
+        Confirmation::Kind confirmation = Confirmation::Kind::None;
+        bool showRules = false;
+        bool isImportingGame = false;
+        QString message;
+        Message::Kind messageKind = Message::Kind::None;
+    };
+    Shown shown_;
     std::optional<MoveSource> shownSelection_;
     KeyboardFocus focus_;
     bool focusShown_ = false;

@@ -18,7 +18,10 @@ void GameToast::setBoard(GameBoard* board)
     if (board == board_) return;
     if (board_) disconnect(board_, nullptr, this, nullptr);
     board_ = board;
-    if (board_) connect(board_, &GameBoard::messageChanged, this, &GameToast::onMessageChanged);
+    if (board_) {
+        connect(board_, &GameBoard::messageChanged, this, &GameToast::onMessageChanged);
+        connect(board_, &GameBoard::messageArrived, this, &GameToast::onMessageArrived);
+    }
     emit boardChanged();
 }
 
@@ -37,23 +40,27 @@ bool GameToast::hidesMoveFeedback() const
 
 void GameToast::onMessageChanged()
 {
+    if (!board_->message().isEmpty()) return;
+    expiry_.stop();
+    setText({});
+}
+
+void GameToast::onMessageArrived()
+{
     expiry_.stop();
     const QString message = board_->message();
     if (hidesMoveFeedback()) {
         setText({});
-        // After the store's operation, which may still be setting the message's kind.
-        if (!message.isEmpty()) {
-            QMetaObject::invokeMethod(
-                this,
-                [this, message] {
-                    if (board_ && hidesMoveFeedback() && board_->message() == message) board_->clearMessage();
-                },
-                Qt::QueuedConnection);
-        }
+        // After the store's operation, which is still under way.
+        QMetaObject::invokeMethod(
+            this,
+            [this, message] {
+                if (board_ && hidesMoveFeedback() && board_->message() == message) board_->clearMessage();
+            },
+            Qt::QueuedConnection);
         return;
     }
     setText(message);
-    if (message.isEmpty()) return;
     expiry_.start();
     if (arrivalQueued_) return;
     arrivalQueued_ = true;

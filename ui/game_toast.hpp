@@ -38,12 +38,13 @@ signals:
     void boardChanged();
     void preferencesChanged();
     void textChanged();
-    // A message arrived, once however many of the store's properties it changed: a screen
-    // reader should hear it, even when its text is the one already on show.
+    // A message arrived, after the store's operation: a screen reader should hear it, even when
+    // its text is the one already on show.
     void arrived();
 
 private:
     void onMessageChanged();
+    void onMessageArrived();
     void setText(const QString& text);
     bool hidesMoveFeedback() const;
 

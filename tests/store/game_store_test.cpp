@@ -76,7 +76,7 @@ TEST_F(GameStoreTest, CommittedMoveRecordsSavesAndSounds)
     recorder.take();
 
     EXPECT_TRUE(store.move(MoveSource::tableau(0, last), MoveDestination::tableau(4)));
-    EXPECT_EQ(recorder.take(), (std::vector{P::state, P::selection, P::message, P::messageKind}));
+    EXPECT_EQ(recorder.take(), (std::vector{P::state, P::selection, P::messageKind, P::message}));
     EXPECT_EQ(store.history(), std::vector{before});
     EXPECT_EQ(store.state().moveCount, 1);
     EXPECT_FALSE(store.selection());
@@ -346,7 +346,7 @@ TEST_F(GameStoreTest, OpeningASharedGameStartsANewImportedDeal)
     Recorder recorder(store);
     store.openPendingSharedGame();
     EXPECT_EQ(recorder.take(),
-              (std::vector{P::state, P::challenge, P::selection, P::message, P::messageKind, P::confirmation}));
+              (std::vector{P::state, P::challenge, P::selection, P::messageKind, P::message, P::confirmation}));
     EXPECT_EQ(store.challenge(), GameChallengeRecord::imported());
     EXPECT_TRUE(store.history().empty());
     EXPECT_EQ(store.state().moveCount, 1);
@@ -375,7 +375,7 @@ TEST_F(GameStoreTest, NewGameReplacesEverything)
     Recorder recorder(store);
     store.newGame();
     EXPECT_EQ(recorder.take(),
-              (std::vector{P::state, P::challenge, P::selection, P::message, P::messageKind, P::confirmation}));
+              (std::vector{P::state, P::challenge, P::selection, P::messageKind, P::message, P::confirmation}));
     EXPECT_EQ(store.state(), store.initialState());
     EXPECT_TRUE(isWellFormed(store.state()));
     EXPECT_TRUE(store.history().empty());

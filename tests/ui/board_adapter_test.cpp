@@ -9,10 +9,15 @@
 #include "ui/place_kind.hpp"
 #include "ui/preferences_model.hpp"
 
+#include <QMetaMethod>
 #include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <string>
 
 namespace zelvaine {
 namespace {
@@ -46,9 +51,9 @@ TEST(BoardVocabulary, EveryStoreWordHasItsOwnName)
     EXPECT_EQ(placeDestination(Place::Kind::Column, 9), MoveDestination::tableau(9));
 }
 
-class ToastTest : public ::testing::Test {
+class BoardAdapterTest : public ::testing::Test {
 protected:
-    ToastTest()
+    BoardAdapterTest()
     {
         GameState state = testing::emptyBoard();
         state.tableau[0] = testing::cards("KS 9H");
@@ -71,7 +76,39 @@ protected:
     GameToast toast;
 };
 
-TEST_F(ToastTest, AMessageShowsAndIsAnnouncedOnceEachTimeItArrives)
+// The store reports every assignment; the board passes on only what changed.
+TEST_F(BoardAdapterTest, AMoveAnnouncesOnlyWhatItChanged)
+{
+    std::map<std::string, std::unique_ptr<QSignalSpy>> spies;
+    const QMetaObject& meta = GameBoard::staticMetaObject;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        const QMetaMethod method = meta.method(i);
+        if (method.methodType() != QMetaMethod::Signal) continue;
+        spies[method.name().toStdString()] = std::make_unique<QSignalSpy>(board.get(), method);
+    }
+    const auto count = [&](const char* signal) { return spies.at(signal)->count(); };
+
+    ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(0)));
+    EXPECT_EQ(count("moveCountChanged"), 1);
+    EXPECT_EQ(count("canUndoChanged"), 1);
+    EXPECT_EQ(count("hasProgressChanged"), 1);
+    for (const char* unchanged : {"wonChanged", "canRedoChanged", "canShareChanged", "winTextChanged",
+                                  "selectionChanged", "messageChanged", "messageArrived", "confirmationChanged"})
+        EXPECT_EQ(count(unchanged), 0) << unchanged;
+
+    // A message announces its text and kind once, the same refusal again only its arrival.
+    refuse();
+    EXPECT_EQ(count("messageChanged"), 1);
+    EXPECT_EQ(count("messageArrived"), 1);
+    refuse();
+    EXPECT_EQ(count("messageChanged"), 1);
+    EXPECT_EQ(count("messageArrived"), 2);
+    store->clearMessage();
+    EXPECT_EQ(count("messageChanged"), 2);
+    EXPECT_EQ(count("messageArrived"), 2);
+}
+
+TEST_F(BoardAdapterTest, AMessageShowsAndIsAnnouncedOnceEachTimeItArrives)
 {
     QSignalSpy arrivals(&toast, &GameToast::arrived);
     refuse();
@@ -90,7 +127,7 @@ TEST_F(ToastTest, AMessageShowsAndIsAnnouncedOnceEachTimeItArrives)
     EXPECT_TRUE(toast.text().isEmpty());
 }
 
-TEST_F(ToastTest, UnwantedRefusalsAreClearedAtOnceButHintsAndNoticesShow)
+TEST_F(BoardAdapterTest, UnwantedRefusalsAreClearedAtOnceButHintsAndNoticesShow)
 {
     preferences.setShowsMoveMessages(false);
     QSignalSpy arrivals(&toast, &GameToast::arrived);
@@ -107,7 +144,7 @@ TEST_F(ToastTest, UnwantedRefusalsAreClearedAtOnceButHintsAndNoticesShow)
     EXPECT_EQ(toast.text(), board->message());
 }
 
-TEST_F(ToastTest, AMessageGoesAfterItsTimeUnlessANewerOneCame)
+TEST_F(BoardAdapterTest, AMessageGoesAfterItsTimeUnlessANewerOneCame)
 {
     store->showNotice("First.");
     QTest::qWait(GameToast::showMilliseconds / 2);
