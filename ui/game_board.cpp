@@ -342,6 +342,28 @@ void GameBoard::activateFocus()
     zelvaine::activateFocus(store_, focus_);
 }
 
+void GameBoard::requestMenuAtFocus()
+{
+    if (!focusShown_) {
+        showFocus();
+        return;
+    }
+    const GameState& state = store_.state();
+    const auto index = static_cast<std::size_t>(focus_.index);
+    switch (focus_.row) {
+    case KeyboardFocus::Row::tableau:
+        if (!isValidString(state, focus_.index, focus_.cardIndex)) return;
+        break;
+    case KeyboardFocus::Row::hand:
+        if (index >= state.hand.size() || !state.hand[index]) return;
+        break;
+    case KeyboardFocus::Row::foundations:
+        if (index >= state.foundations.size() || state.foundations[index].empty()) return;
+        break;
+    }
+    emit menuRequested(placeKind(focus_.row), static_cast<int>(focus_.index), static_cast<int>(focus_.cardIndex));
+}
+
 void GameBoard::hideFocus()
 {
     if (!focusShown_) return;

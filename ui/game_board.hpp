@@ -124,6 +124,9 @@ public:
     // Shows the focus where it is, without moving it.
     Q_INVOKABLE void showFocus();
     Q_INVOKABLE void activateFocus();
+    // The menu key (or Shift+F10) on the focused place: its card's menu of moves, when it holds
+    // a card that can move.
+    Q_INVOKABLE void requestMenuAtFocus();
     Q_INVOKABLE void hideFocus();
 
     // The questions asked before the game is replaced, reset or finished for the player.
@@ -177,6 +180,8 @@ signals:
     // A message was published, also one with the text already on show (the same refusal
     // twice): the player should hear it again.
     void messageArrived();
+    // The keyboard asks for the menu of this place's card.
+    void menuRequested(zelvaine::Place::Kind kind, int index, int cardIndex);
     void focusChanged();
     void confirmationChanged();
     void autoCompletingChanged();

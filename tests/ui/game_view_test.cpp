@@ -305,6 +305,39 @@ QQuickItem* visibleMenuItem(QQuickWindow* window, const char* property, const QS
     return nullptr;
 }
 
+TEST_F(GameViewTest, TheMenuKeyOpensTheFocusedCardsMenu)
+{
+    const auto menuItem = [&](const QString& name) { return visibleMenuItem(window.get(), "objectName", name); };
+    QTest::keyClick(window.get(), Qt::Key_Right); // the focus shows on the first column's lowest card
+    QTest::keyClick(window.get(), Qt::Key_Left);  // into the hand panel at the left
+    QTest::keyClick(window.get(), Qt::Key_Up);
+    ASSERT_EQ(board->focusKind(), Place::Kind::Hand);
+    ASSERT_EQ(board->focusIndex(), 0);
+
+    // An ace in the hand: its first command, Move to Foundation, is ready for Return.
+    QTest::keyClick(window.get(), Qt::Key_Menu);
+    QTest::qWait(100);
+    ASSERT_TRUE(menuItem("menuMoveToFoundation"));
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    QTest::qWait(100);
+    EXPECT_EQ(store->state().foundations[0].size(), 1U);
+    EXPECT_FALSE(menuItem("menuMoveToFoundation")) << "the menu closes";
+
+    // Shift+F10 too; Escape closes the menu and leaves the table as it was.
+    QTest::keyClick(window.get(), Qt::Key_Down);
+    ASSERT_EQ(board->focusIndex(), 1);
+    QTest::keyClick(window.get(), Qt::Key_F10, Qt::ShiftModifier);
+    QTest::qWait(100);
+    ASSERT_TRUE(menuItem("menuMoveToHand"));
+    const GameState before = store->state();
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    QTest::qWait(100);
+    EXPECT_FALSE(menuItem("menuMoveToHand"));
+    EXPECT_EQ(store->state(), before);
+    QTest::keyClick(window.get(), Qt::Key_Down); // the arrows are the board's again
+    EXPECT_EQ(board->focusIndex(), 2);
+}
+
 TEST_F(GameViewTest, TheContextMenuPlaysByName)
 {
     auto openMenu = [&](const QString& place) {

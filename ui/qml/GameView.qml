@@ -28,7 +28,8 @@ Item {
     // the board, above it, rather than inside it.
     layer.enabled: confetti.visible
 
-    // Keyboard play: arrows move the focus ring, Return or Space taps, Escape lets go.
+    // Keyboard play: arrows move the focus ring, Return or Space taps, Escape lets go, the menu
+    // key or Shift+F10 opens the focused card's menu.
     Keys.onPressed: event => {
         switch (event.key) {
         case Qt.Key_Left: view.moveFocus(Focus.Direction.Left); break;
@@ -39,6 +40,12 @@ Item {
         case Qt.Key_Enter:
         case Qt.Key_Space: view.board.activateFocus(); break;
         case Qt.Key_Escape: view.board.tapTable(); view.board.hideFocus(); break;
+        // The focused card's menu of moves, as a right click gives it.
+        case Qt.Key_Menu: view.board.requestMenuAtFocus(); break;
+        case Qt.Key_F10:
+            if (!(event.modifiers & Qt.ShiftModifier)) return;
+            view.board.requestMenuAtFocus();
+            break;
         default: return;
         }
         event.accepted = true;

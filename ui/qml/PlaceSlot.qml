@@ -92,6 +92,15 @@ Item {
             (menu.item as SourceMoveMenu).popup();
         }
     }
+    // From the keyboard: over the card, with its first command ready for Return.
+    Connections {
+        target: place.board
+        function onMenuRequested(kind, index) {
+            if (kind !== place.kind || index !== place.index) return;
+            menu.active = true;
+            (menu.item as SourceMoveMenu).popupForKeyboard(place, place.width / 2, place.height / 3);
+        }
+    }
     // Made on first use, as in the columns.
     // The menu, made by a Loader, reaches this file's ids; Qt 6.4 cannot load a component bound
     // to this file, and its linter asks for that binding.

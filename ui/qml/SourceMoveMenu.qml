@@ -13,6 +13,28 @@ Menu {
     property int index: 0
     property int cardIndex: 0
 
+    // The keyboard goes back where it was when the menu closes, so that the arrows move the
+    // board's focus again.
+    property Item returnFocus: null
+    onAboutToShow: returnFocus = (parent as Item)?.Window.activeFocusItem ?? null
+    onClosed: {
+        if (returnFocus) returnFocus.forceActiveFocus();
+        returnFocus = null;
+    }
+
+    // Opened by the keyboard over `place`: its first command that can be chosen is ready for
+    // Return, and the arrows walk the rest.
+    function popupForKeyboard(place: Item, x: real, y: real) {
+        popup(place, x, y);
+        for (let i = 0; i < count; ++i) {
+            const entry = itemAt(i);
+            if (entry && entry.visible && entry.enabled) {
+                currentIndex = i;
+                return;
+            }
+        }
+    }
+
     MenuItem {
         objectName: "menuMoveToFoundation"
         text: qsTr("Move to Foundation")

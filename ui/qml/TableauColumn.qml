@@ -120,9 +120,7 @@ Item {
                 onBlockedDragStarted: canvas.nudge(cardPlace.index)
                 onMenuRequested: {
                     if (!cardPlace.movable) return;
-                    menu.active = true;
-                    menu.item.cardIndex = cardPlace.index;
-                    menu.item.popup();
+                    column.openMenu(cardPlace.index, false);
                 }
             }
         }
@@ -169,6 +167,22 @@ Item {
         border.width: 2
         border.color: "#6ec6ff"
         Accessible.ignored: true
+    }
+
+    // A card's menu of moves: at the pointer, or for the keyboard over the card's strip with its
+    // first command ready for Return.
+    function openMenu(cardIndex, atCard) {
+        menu.active = true;
+        const moves = menu.item as SourceMoveMenu;
+        moves.cardIndex = cardIndex;
+        if (atCard) moves.popupForKeyboard(column, column.cardWidth / 2, (cardIndex + 0.5) * column.offset);
+        else moves.popup();
+    }
+    Connections {
+        target: column.board
+        function onMenuRequested(kind, index, cardIndex) {
+            if (kind === Place.Kind.Column && index === column.columnIndex) column.openMenu(cardIndex, true);
+        }
     }
 
     // Made on first use: a menu for every place would slow the start for nothing.
