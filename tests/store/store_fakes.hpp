@@ -2,6 +2,7 @@
 
 #include "store/defaults_store.hpp"
 #include "store/in_memory_defaults_store.hpp"
+#include "store/saved_game.hpp"
 #include "store/sound_cues.hpp"
 
 #include <gtest/gtest.h>
@@ -36,6 +37,7 @@ public:
     void set(std::string_view key, DefaultsValue value) override
     {
         ++writes;
+        if (key == savedGameKey) ++saves;
         inner.set(key, std::move(value));
     }
     void remove(std::string_view key) override
@@ -48,6 +50,8 @@ public:
     InMemoryDefaultsStore inner;
     mutable int reads = 0;
     int writes = 0;
+    // The writes of the saved game alone.
+    int saves = 0;
 };
 
 // A store whose disk fails on command, as the SQLite store reports it.

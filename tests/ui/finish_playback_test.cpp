@@ -1,5 +1,6 @@
 #include "store/in_memory_defaults_store.hpp"
 #include "store/saved_game.hpp"
+#include "tests/store/store_fakes.hpp"
 #include "tests/support/positions.hpp"
 #include "tests/ui/recording_flights.hpp"
 #include "ui/finish_playback.hpp"
@@ -10,24 +11,6 @@
 
 namespace zelvaine {
 namespace {
-
-// Counts the writes of the saved game.
-class CountingDefaults final : public DefaultsStore {
-public:
-    std::optional<DefaultsValue> value(std::string_view key) const override { return inner_.value(key); }
-    void set(std::string_view key, DefaultsValue value) override
-    {
-        if (key == savedGameKey) ++saves;
-        inner_.set(key, std::move(value));
-    }
-    void remove(std::string_view key) override { inner_.remove(key); }
-    void flush() override {}
-
-    int saves = 0;
-
-private:
-    InMemoryDefaultsStore inner_;
-};
 
 // The first foundation's queen waits in the hand: the first of nine steps is a hand card,
 // which flies nowhere.
@@ -47,7 +30,7 @@ protected:
         defaults.setData(savedGameKey, {std::make_shared<const std::string>(encodeSavedGame({game, game, {}, {}, {}}))});
         return std::make_unique<GameStore>(std::nullopt, defaults, sound, [] { return 0.0; });
     }
-    CountingDefaults defaults;
+    testing::CountingDefaultsStore defaults;
     SilentSoundCues sound;
     testing::RecordingFlights flights;
 };

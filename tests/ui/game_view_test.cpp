@@ -6,6 +6,7 @@
 #include "store/game_store.hpp"
 #include "store/in_memory_defaults_store.hpp"
 #include "store/saved_game.hpp"
+#include "tests/store/store_fakes.hpp"
 #include "tests/support/positions.hpp"
 #include "ui/card_drag_controller.hpp"
 #include "ui/game_board.hpp"
@@ -53,23 +54,6 @@ QQuickItem* findItem(QQuickItem* root, const QString& name)
     }
     return nullptr;
 }
-
-class CountingDefaultsStore final : public DefaultsStore {
-public:
-    std::optional<DefaultsValue> value(std::string_view key) const override { return inner_.value(key); }
-    void set(std::string_view key, DefaultsValue value) override
-    {
-        if (key == savedGameKey) ++saves;
-        inner_.set(key, std::move(value));
-    }
-    void remove(std::string_view key) override { inner_.remove(key); }
-    void flush() override {}
-
-    int saves = 0;
-
-private:
-    InMemoryDefaultsStore inner_;
-};
 
 class GameViewTest : public ::testing::Test {
 protected:
@@ -134,7 +118,7 @@ protected:
     }
     CardDragController* drag() const { return view->findChild<CardDragController*>(); }
 
-    CountingDefaultsStore defaults;
+    testing::CountingDefaultsStore defaults;
     SilentSoundCues sound;
     GamePreferences preferences{defaults, sound};
     QQmlEngine engine;
