@@ -89,10 +89,7 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
     case GameStoreProperty::state:
         refreshPlaces();
         refreshTargets();
-        if (const KeyboardFocus settled = settleFocus(focus_, store_.state()); settled != focus_) {
-            focus_ = settled;
-            emit focusChanged();
-        }
+        settleFocusAfterChange();
         // The store is in the middle of an operation; the full reaction waits until it is over.
         reactions_.positionChanged();
         if (!reactionQueued_) {
@@ -114,6 +111,19 @@ void GameBoard::onStoreChanged(GameStoreProperty property)
     // own, so every notice compares everything the properties show.
     publishChanges(property);
     if (property == GameStoreProperty::message && store_.message()) emit messageArrived();
+}
+
+void GameBoard::settleFocusAfterChange()
+{
+    // A hidden ring waits on its column's lowest card, where the first arrow key shows it,
+    // however that column grew or shrank meanwhile.
+    KeyboardFocus target = focus_;
+    if (!focusShown_ && target.row == KeyboardFocus::Row::tableau)
+        target.cardIndex = std::numeric_limits<std::int64_t>::max();
+    const KeyboardFocus settled = settleFocus(target, store_.state());
+    if (settled == focus_) return;
+    focus_ = settled;
+    emit focusChanged();
 }
 
 void GameBoard::publishChanges(std::optional<GameStoreProperty> property)

@@ -195,6 +195,7 @@ private:
     // `property` is the store's notice that prompted the comparison; none at the start.
     void publishChanges(std::optional<GameStoreProperty> property = std::nullopt);
     void showFocusAt(const KeyboardFocus& focus);
+    void settleFocusAfterChange();
     void refreshPlaces();
     void refreshTargets();
     void afterPositionChange();

@@ -199,7 +199,8 @@ def follow_the_keyboard_ring(board, announcements):
     lowest = cards_of(column(board, 1))[-1].name
     before = len(announcements.focus)
     client.key("Right")
-    wait_for(lambda: lowest in announcements.focus[before:], f"the focus on column 1's lowest card, {lowest}")
+    if wait_for(lambda: lowest in announcements.focus[before:], f"the focus on column 1's lowest card, {lowest}") is None:
+        print("  the focus went to:", announcements.focus[before:])
     before = len(announcements.focus)
     client.key("Up")
     wait_for(lambda: len(announcements.focus) > before, "the focus moved up")

@@ -134,8 +134,10 @@ def play(app, first_count):
         sentence = winning_move(frame, solver, announcements)
         if sentence is None:
             # The command is off while a question is asked: that can only be the offer to finish.
+            # Or the command was chosen just as the offer came, on a busy machine: the question
+            # then stands, and no winning move is told while it does.
             offer = client.wait_for(lambda: client.find(frame, name="Auto Complete", role=pyatspi.ROLE_PUSH_BUTTON),
-                                    "the offer to finish automatically", 2)
+                                    "the offer to finish automatically")
             break
         kind = play_move(frame, counter, sentence)
         if kind is None:
