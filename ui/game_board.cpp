@@ -140,9 +140,9 @@ void GameBoard::publishChanges(std::optional<GameStoreProperty> property)
     update(shown_.canRedo, canRedo(), &GameBoard::canRedoChanged);
     update(shown_.hasProgress, hasProgress(), &GameBoard::hasProgressChanged);
     update(shown_.canShare, canShare(), &GameBoard::canShareChanged);
-    if (shown_.winMessage != winMessage() || shown_.winSummary != winSummary()) {
-        shown_.winMessage = winMessage();
-        shown_.winSummary = winSummary();
+    if (QString text = winMessage(), summary = winSummary(); shown_.winMessage != text || shown_.winSummary != summary) {
+        shown_.winMessage = std::move(text);
+        shown_.winSummary = std::move(summary);
         emit winTextChanged();
     }
     update(shown_.confirmation, confirmation(), &GameBoard::confirmationChanged);
@@ -150,8 +150,8 @@ void GameBoard::publishChanges(std::optional<GameStoreProperty> property)
     update(shown_.isImportingGame, isImportingGame(), &GameBoard::importingChanged);
     // The store assigns a message's kind before its text: the pair is complete once the text is.
     if (property == GameStoreProperty::messageKind) return;
-    if (shown_.message != message() || shown_.messageKind != messageKind()) {
-        shown_.message = message();
+    if (QString text = message(); shown_.message != text || shown_.messageKind != messageKind()) {
+        shown_.message = std::move(text);
         shown_.messageKind = messageKind();
         emit messageChanged();
     }
