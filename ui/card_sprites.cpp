@@ -32,8 +32,31 @@ size_t qHash(const SpriteKey& key, size_t seed = 0)
 
 // A window resized many times leaves sprites of old sizes behind; past this many, start afresh.
 constexpr qsizetype spriteCacheLimit = 400;
+// Two sizes of every face: the window's and the one it had before.
+constexpr qsizetype pictureCacheLimit = 2 * 53;
 
 QRectF toQt(Rect r) { return {r.x, r.y, r.width, r.height}; }
+
+// A face's picture, decoded and scaled once for each size: the styles of a card (in a column,
+// lifted by a drag, selected, under a foundation's band) share it. Decoding is most of a sprite's
+// cost; done again for each style, the first lift of a card cost a frame of 40 ms.
+QImage facePicture(const QString& face, QSize size)
+{
+    static QMutex mutex;
+    static QHash<QPair<QString, QSize>, QImage> pictures;
+    const auto key = qMakePair(face, size);
+    {
+        const QMutexLocker lock(&mutex);
+        if (const auto found = pictures.constFind(key); found != pictures.cend()) return *found;
+    }
+    QImageReader reader(QStringLiteral(":/cards/%1.png").arg(face));
+    reader.setScaledSize(size);
+    const QImage picture = reader.read();
+    const QMutexLocker lock(&mutex);
+    if (pictures.size() >= pictureCacheLimit) pictures.clear();
+    pictures.insert(key, picture);
+    return picture;
+}
 
 QImage paintSprite(const SpriteKey& key)
 {
@@ -59,9 +82,8 @@ QImage paintSprite(const SpriteKey& key)
 
     painter.save();
     painter.setClipPath(outline);
-    QImageReader reader(QStringLiteral(":/cards/%1.png").arg(key.face));
-    reader.setScaledSize(QSize(g.faceWidth, g.faceHeight));
-    if (const QImage picture = reader.read(); !picture.isNull()) painter.drawImage(face, picture);
+    if (const QImage picture = facePicture(key.face, QSize(g.faceWidth, g.faceHeight)); !picture.isNull())
+        painter.drawImage(face, picture);
     if (key.style.topBand) {
         const double band = std::max(0.055 * g.faceWidth, 4 * key.pixelRatio);
         QLinearGradient gradient(face.topLeft(), face.topLeft() + QPointF(0, band));
