@@ -112,6 +112,7 @@ void CardDragController::handleDragChanged(Place::Kind kind, int index, int card
     position_.setLocation(toQPoint(session_.location()));
     if (change == CardDragSession::Change::started) {
         setFaces(session_.activeDrag()->cards, cardWidth);
+        setFadesOut(true);
         emit dragChanged();
     }
 }
@@ -138,10 +139,19 @@ void CardDragController::handleDragEnded(Place::Kind kind, int index, int cardIn
     }
 }
 
+void CardDragController::setFadesOut(bool fadesOut)
+{
+    if (fadesOut == fadesOut_) return;
+    fadesOut_ = fadesOut;
+    emit fadesOutChanged();
+}
+
 void CardDragController::cleanUpLater(const Uuid& id)
 {
     QTimer::singleShot(static_cast<int>(dropReturnSeconds * 1000), this, [this, id] {
-        if (session_.cleanUp(id)) emit dragChanged();
+        if (!session_.cleanUp(id)) return;
+        setFadesOut(false);
+        emit dragChanged();
     });
 }
 
@@ -174,6 +184,7 @@ int CardDragController::fly(const MoveSource& source, std::int64_t foundationInd
     motion_.stop();
     position_.setLocation(toQPoint(session_.location()));
     setFaces({card}, width);
+    setFadesOut(true);
     emit dragChanged();
     const QPointF target(foundation->x + foundation->width / 2, foundation->y + foundation->height / 2);
     // One turn of the event loop first, so the card is drawn where it starts.

@@ -37,6 +37,10 @@ class CardDragController : public QObject {
     // The dragged cards' pictures, top first; kept after a drag ends so that its preview can fade.
     Q_PROPERTY(QStringList faces READ faces NOTIFY facesChanged FINAL)
     Q_PROPERTY(double cardWidth READ cardWidth NOTIFY facesChanged FINAL)
+    // Whether the preview just taken away fades out. Not after it sprang home from a refused
+    // drop: the place beneath already draws the same cards there, fanned its own way, and a
+    // fading preview over them shows both fans at once.
+    Q_PROPERTY(bool fadesOut READ fadesOut NOTIFY fadesOutChanged FINAL)
 
 public:
     explicit CardDragController(QObject* parent = nullptr);
@@ -53,6 +57,7 @@ public:
     int sourceCardIndex() const;
     QStringList faces() const { return faces_; }
     double cardWidth() const { return cardWidth_; }
+    bool fadesOut() const { return fadesOut_; }
 
     // A place that takes drops: a column (the whole column's item), a hand slot or a foundation.
     Q_INVOKABLE void registerTarget(zelvaine::Place::Kind kind, int index, QQuickItem* item);
@@ -72,12 +77,15 @@ signals:
     void boardItemChanged();
     void dragChanged();
     void facesChanged();
+    // Told before dragChanged, so that the preview knows whether to fade when the drag ends.
+    void fadesOutChanged();
     // A drop the store took; the overlay lets its preview settle.
     void dropCommitted();
 
 private:
     void refreshFrames();
     void setFaces(const std::vector<PlayingCard>& cards, double cardWidth);
+    void setFadesOut(bool fadesOut);
     void cleanUpLater(const Uuid& id);
     void animateTo(QPointF target, int milliseconds, const QEasingCurve& curve);
 
@@ -94,6 +102,7 @@ private:
     CardDragSession session_;
     QStringList faces_;
     double cardWidth_ = 0;
+    bool fadesOut_ = true;
     QVariantAnimation motion_;
 };
 

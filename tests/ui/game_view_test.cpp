@@ -793,6 +793,7 @@ TEST_F(GameViewTest, ADraggedStringLandsOnALegalColumn)
     EXPECT_EQ(store->state().tableau[0].size(), 8U);
     EXPECT_EQ(store->state().moveCount, 1);
     EXPECT_FALSE(drag()->active());
+    EXPECT_TRUE(item("dragOverlay")->isVisible()) << "a dropped string settles away";
     EXPECT_FALSE(store->message());
 }
 
@@ -816,6 +817,8 @@ TEST_F(GameViewTest, ADropOnNothingExplainsAndSpringsBack)
     EXPECT_EQ(drag()->sourceKind(), Place::Kind::Hand);
     EXPECT_EQ(drag()->sourceIndex(), 0);
     ASSERT_TRUE(QTest::qWaitFor([this] { return !drag()->active(); }, 2000));
+    // Gone at once: faded over the slot's own card it would show both.
+    EXPECT_FALSE(item("dragOverlay")->isVisible());
     // Home again, over the slot it came from.
     EXPECT_NEAR(drag()->dragPosition()->location().x(), from.x(), 3);
     EXPECT_NEAR(drag()->dragPosition()->location().y(), from.y(), 3);

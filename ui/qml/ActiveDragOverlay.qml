@@ -14,10 +14,11 @@ Item {
     readonly property real cardHeight: cardWidth / 0.7
     readonly property point location: drag.dragPosition.location
 
+    objectName: "dragOverlay"
     enabled: false
     Accessible.ignored: true
     visible: shown && opacity > 0 && drag.faces.length > 0
-    // A new drag shows at once; an ended one settles away.
+    // A new drag shows at once; an ended one settles away, unless it sprang home.
     states: State {
         name: "idle"
         when: !overlay.drag.active
@@ -25,6 +26,7 @@ Item {
     }
     transitions: Transition {
         to: "idle"
+        enabled: overlay.drag.fadesOut
         NumberAnimation { property: "opacity"; duration: 120; easing.type: Easing.OutCubic }
     }
 
