@@ -349,7 +349,10 @@ void GameBoard::activateFocus()
         showFocus();
         return;
     }
-    zelvaine::activateFocus(store_, focus_);
+    const KeyboardFocus next = zelvaine::activateFocus(store_, focus_);
+    if (next == focus_) return;
+    focus_ = next;
+    emit focusChanged();
 }
 
 void GameBoard::requestMenuAtFocus()

@@ -135,9 +135,10 @@ KeyboardFocus settleFocus(const KeyboardFocus& focus, const GameState& state)
     return settled;
 }
 
-void activateFocus(GameStore& store, const KeyboardFocus& focus)
+KeyboardFocus activateFocus(GameStore& store, const KeyboardFocus& focus)
 {
     const KeyboardFocus place = settleFocus(focus, store.state());
+    const std::int64_t lengthBefore = place.row == Row::tableau ? columnLength(store.state(), place.index) : 0;
     switch (place.row) {
     case Row::tableau:
         if (columnLength(store.state(), place.index) == 0) {
@@ -163,6 +164,11 @@ void activateFocus(GameStore& store, const KeyboardFocus& focus)
         }
         break;
     }
+    if (place.row == Row::tableau) {
+        const std::int64_t length = columnLength(store.state(), place.index);
+        if (length > lengthBefore) return {Row::tableau, place.index, length - 1};
+    }
+    return settleFocus(place, store.state());
 }
 
 } // namespace zelvaine

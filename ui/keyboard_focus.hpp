@@ -34,7 +34,9 @@ KeyboardFocus moveFocus(const KeyboardFocus& focus, KeyboardFocus::Direction dir
 // Keeps a focus valid after the position changed (a column got shorter, say).
 KeyboardFocus settleFocus(const KeyboardFocus& focus, const GameState& state);
 
-// Return or Space on the focused place.
-void activateFocus(GameStore& store, const KeyboardFocus& focus);
+// Return or Space on the focused place, played as a tap. Returns where the focus goes then: onto
+// the lowest of the cards the tap brought to its column, so that a screen reader reads what
+// arrived; otherwise where it was, kept valid.
+KeyboardFocus activateFocus(GameStore& store, const KeyboardFocus& focus);
 
 } // namespace zelvaine

@@ -93,13 +93,14 @@ TEST(KeyboardFocus, ReturnPlaysLikeATap)
     InMemoryDefaultsStore defaults;
     SilentSoundCues sound;
     GameStore store(board(), defaults, sound);
-    activateFocus(store, {Row::tableau, 0, 2});
+    EXPECT_EQ(activateFocus(store, {Row::tableau, 0, 2}), (KeyboardFocus{Row::tableau, 0, 2}));
     EXPECT_EQ(store.selection(), MoveSource::tableau(0, 2));
-    activateFocus(store, {Row::tableau, 1, 0});
+    // The focus follows the card to its new column, onto its lowest card.
+    EXPECT_EQ(activateFocus(store, {Row::tableau, 1, 0}), (KeyboardFocus{Row::tableau, 1, 2}));
     EXPECT_EQ(store.state().tableau[1].size(), 3U);
 
     activateFocus(store, {Row::hand, 0, 0});
-    activateFocus(store, {Row::foundations, 3, 0});
+    EXPECT_EQ(activateFocus(store, {Row::foundations, 3, 0}), (KeyboardFocus{Row::foundations, 3, 0}));
     EXPECT_EQ(store.state().foundations[3].size(), 1U);
 }
 
