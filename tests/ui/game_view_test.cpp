@@ -385,10 +385,12 @@ TEST_F(GameViewTest, TheContextMenuPlaysByName)
     }
 }
 
-// The toast lies where it hides no card, in a wide, a tall and the smallest window.
+// The toast lies where it hides no card, in a wide, a tall, the smallest and a low window; over
+// the toolbar it stands beside the buttons when there is room.
 TEST_F(GameViewTest, TheToastHidesNoCard)
 {
-    for (const QSize size : {QSize(1600, 1000), QSize(900, 1200), QSize(960, 600)}) {
+    int besideButtons = 0;
+    for (const QSize size : {QSize(1600, 1000), QSize(900, 1200), QSize(960, 600), QSize(1280, 760)}) {
         open(knownDeal(), size);
         board->showHint();
         QTest::qWait(400);
@@ -408,7 +410,17 @@ TEST_F(GameViewTest, TheToastHidesNoCard)
             const QRectF frame = place->mapRectToScene(QRectF(0, 0, place->width(), place->height()));
             EXPECT_FALSE(frame.intersects(plate)) << name.toStdString() << " in " << size.width() << "x" << size.height();
         }
+        // Over the toolbar, where the stretch between the title and the buttons can hold it.
+        QQuickItem* undo = item("undoButton");
+        const QRectF undoFrame = undo->mapRectToScene(QRectF(0, 0, undo->width(), undo->height()));
+        const auto* stretch = item("boardToolbar")->property("freeStretch").value<QQuickItem*>();
+        if (plate.bottom() > undoFrame.top() && plate.top() < undoFrame.bottom() &&
+            stretch->width() >= plate.width() + 24) {
+            ++besideButtons;
+            EXPECT_LE(plate.right(), undoFrame.left()) << "over Undo in " << size.width() << "x" << size.height();
+        }
     }
+    EXPECT_GT(besideButtons, 0) << "no window put the toast over the toolbar with room beside the buttons";
 }
 
 // Every suit built to the queen on both foundations, the eight kings in the columns.

@@ -16,6 +16,7 @@ RowLayout {
     // icons (with the title as a tooltip) when it has not.
     readonly property bool showsTitles: !isCompact && (labelledWidth === 0 || width >= labelledWidth)
     property real labelledWidth: 0
+    readonly property Item freeStretch: freeStretch
     onImplicitWidthChanged: if (showsTitles) labelledWidth = implicitWidth
 
     spacing: 6
@@ -95,9 +96,14 @@ RowLayout {
         Accessible.name: accessibleName
         Accessible.ignored: !visible
     }
-    Item { Layout.fillWidth: true }
+    // The stretch between the title and the buttons, where a message can stand without hiding either.
+    Item {
+        id: freeStretch
+        Layout.fillWidth: true
+    }
 
     ToolbarButton {
+        objectName: "undoButton"
         text: qsTr("Undo")
         iconName: "undo"
         isCompact: !toolbar.showsTitles

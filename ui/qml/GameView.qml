@@ -92,6 +92,7 @@ Item {
 
         BoardToolbar {
             id: toolbar
+            objectName: "boardToolbar"
             board: view.board
             preferences: view.preferences
             solver: view.solver
@@ -203,26 +204,40 @@ Item {
         void [arrangement.y, arrangement.height, loaded.below.y];
         return loaded.below.mapToItem(view, 0, 0).y;
     }
+    function fitsBelowTable(itemHeight) {
+        return freeBandBottom - freeBandTop >= itemHeight + 2 * messageMargin;
+    }
     function messageY(itemHeight) {
-        const margin = 24;
-        if (freeBandBottom - freeBandTop >= itemHeight + 2 * margin)
-            return freeBandBottom - margin - itemHeight;
+        if (fitsBelowTable(itemHeight))
+            return freeBandBottom - messageMargin - itemHeight;
         return toolbar.mapToItem(view, 0, 0).y + (toolbar.height - itemHeight) / 2;
     }
+    // Over the toolbar a message stands in the stretch between the title and the buttons when it
+    // fits there, so that Undo and the rest stay in sight; otherwise in the middle.
+    function messageX(itemWidth, itemHeight) {
+        if (!fitsBelowTable(itemHeight)) {
+            const stretch = toolbar.freeStretch;
+            void [toolbar.x, toolbar.width, stretch.x, stretch.width];
+            if (stretch.width >= itemWidth + messageMargin)
+                return stretch.mapToItem(view, 0, 0).x + (stretch.width - itemWidth) / 2;
+        }
+        return (width - itemWidth) / 2;
+    }
+    readonly property real messageMargin: 24
 
     MessageToast {
         id: toast
         board: view.board
         preferences: view.preferences
         z: 8000
-        anchors.horizontalCenter: parent.horizontalCenter
+        x: view.messageX(width, height)
         y: view.messageY(height)
     }
 
     AutoCompleteBadge {
         board: view.board
         z: 9000
-        anchors.horizontalCenter: parent.horizontalCenter
+        x: view.messageX(width, height)
         y: view.messageY(height)
     }
 
