@@ -183,10 +183,9 @@ def play_move(frame, counter, sentence):
     if not client.check(match is not None, f"the announced move reads as a move: {sentence!r}", quiet=True):
         return None
     card = match.group("card")
-    # The hint selected the card it names; a foundation is named by its number alone, so a card
-    # that goes back from a foundation is found as the one selected foundation.
+    # The hint selected the card it names, in a column, the hand or a foundation.
     sources = [node for node in client.descendants(frame)
-               if (node.name == card or node.name.startswith("Foundation ")) and client.has_state(node, pyatspi.STATE_SELECTED)]
+               if node.name == card and client.has_state(node, pyatspi.STATE_SELECTED)]
     if not client.check(len(sources) == 1, f"{sentence!r}: exactly one selected element is named {card!r}", quiet=True):
         return None
     if match.group("column"):
@@ -195,7 +194,7 @@ def play_move(frame, counter, sentence):
     elif match.group("foundation"):
         kind = "foundation"
         number = match.group("foundation")
-        place = next((node for node in client.find_all(frame, role=pyatspi.ROLE_PUSH_BUTTON, prefix="Foundation ")
+        place = next((node for node in client.find_all(frame, role=pyatspi.ROLE_LIST, prefix="Foundation ")
                       if node.name == f"Foundation {number}"), None)
     else:
         kind = "hand"

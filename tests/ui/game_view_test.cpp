@@ -232,7 +232,22 @@ TEST_F(GameViewTest, AssistiveToolsReadAndPressThePlaces)
     EXPECT_EQ(accessible("foundation-2")->text(QAccessible::Name), "Foundation 3");
     press("foundation-2");
     ASSERT_EQ(store->state().foundations[2].size(), 1U);
-    EXPECT_EQ(accessible("foundation-2")->text(QAccessible::Name), "Foundation 3");
+
+    // A foundation is a list named by its number, holding its top card as a button of its own.
+    QAccessibleInterface* foundation = accessible("foundation-2");
+    EXPECT_EQ(foundation->text(QAccessible::Name), "Foundation 3");
+    EXPECT_EQ(foundation->role(), QAccessible::List);
+    QAccessibleInterface* top = nullptr;
+    for (int i = 0; i < foundation->childCount(); ++i) {
+        if (foundation->child(i)->role() == QAccessible::Button) top = foundation->child(i);
+    }
+    ASSERT_TRUE(top) << "the foundation's card is not readable";
+    EXPECT_EQ(top->text(QAccessible::Name).toStdString(), accessibleName(store->state().foundations[2].back()));
+    ASSERT_TRUE(top->actionInterface());
+    top->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(store->selection(), MoveSource::foundation(2));
+    EXPECT_TRUE(top->state().selected);
+    EXPECT_FALSE(foundation->state().selected);
 }
 
 TEST_F(GameViewTest, AMoveRebuildsOnlyTheColumnsItTouches)

@@ -22,20 +22,37 @@ Item {
 
     objectName: kind === Place.Kind.Hand ? (hasCard ? "hand-" + index : "hand-empty-" + index) : "foundation-" + index
 
-    Accessible.role: Accessible.Button
-    Accessible.name: kind === Place.Kind.Hand ? (hasCard ? name : qsTr("Empty hand slot %1").arg(index + 1))
-                                : qsTr("Foundation %1").arg(index + 1)
-    Accessible.description: kind === Place.Kind.Foundation || hasCard ? accessibleHint : ""
-    Accessible.selectable: hasCard
-    Accessible.selected: isSelected
+    // A hand slot is one element, named by its card. A foundation reads as a column does: a list
+    // named by its number that holds its top card, so that a screen reader tells what lies there.
+    readonly property bool isFoundation: kind === Place.Kind.Foundation
+    readonly property bool speaksForCard: !isFoundation || !hasCard
+    Accessible.role: isFoundation ? Accessible.List : Accessible.Button
+    Accessible.name: isFoundation ? qsTr("Foundation %1").arg(index + 1)
+                                  : (hasCard ? name : qsTr("Empty hand slot %1").arg(index + 1))
+    Accessible.description: isFoundation || hasCard ? accessibleHint : ""
+    Accessible.selectable: hasCard && speaksForCard
+    Accessible.selected: isSelected && speaksForCard
     Accessible.onPressAction: place.tap()
-    Accessible.focusable: true
+    Accessible.focusable: speaksForCard
     readonly property bool hasRing: board.focusKind === kind && board.focusIndex === index
-    Accessible.focused: hasRing
-    onHasRingChanged: if (hasRing) AccessibleFocus.moveTo(place)
+    Accessible.focused: hasRing && speaksForCard
+    // Where the ring is for a screen reader: the place, or a foundation's top card. A card that
+    // arrives under the ring is a new element to announce.
+    readonly property Item ringTarget: speaksForCard ? place : card
+    function announceRing() {
+        if (hasRing) AccessibleFocus.moveTo(ringTarget);
+    }
+    onHasRingChanged: announceRing()
+    // Once the card's element exists, which the same change brings about.
+    onFaceChanged: announceSoon.restart()
+    Timer {
+        id: announceSoon
+        interval: 0
+        onTriggered: place.announceRing()
+    }
     Component.onCompleted: {
         drag.registerTarget(kind, index, place);
-        if (hasRing) AccessibleFocus.moveTo(place);
+        announceRing();
     }
 
     function tap() {
@@ -52,8 +69,12 @@ Item {
     CardView {
         id: card
         anchors.fill: parent
-        // The place speaks for its card: one element, not a button inside a button.
-        Accessible.ignored: true
+        // A hand slot speaks for its card: one element, not a button inside a button.
+        Accessible.ignored: place.speaksForCard
+        Accessible.description: place.accessibleHint
+        Accessible.focusable: true
+        Accessible.focused: place.hasRing
+        Accessible.onPressAction: place.tap()
         visible: place.hasCard
         // A hand card that is being dragged leaves its slot looking empty.
         opacity: place.kind === Place.Kind.Hand && place.drag.sourceKind === Place.Kind.Hand && place.drag.sourceIndex === place.index ? 0 : 1
