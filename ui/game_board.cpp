@@ -355,6 +355,30 @@ void GameBoard::activateFocus()
     emit focusChanged();
 }
 
+void GameBoard::undo()
+{
+    const GameState before = store_.state();
+    store_.undo();
+    followArrival(before);
+}
+
+void GameBoard::redo()
+{
+    const GameState before = store_.state();
+    store_.redo();
+    followArrival(before);
+}
+
+void GameBoard::followArrival(const GameState& before)
+{
+    // Only a ring on show moves: a player who plays with the pointer has none.
+    if (!focusShown_) return;
+    const KeyboardFocus next = focusOnArrival(focus_, before, store_.state());
+    if (next == focus_) return;
+    focus_ = next;
+    emit focusChanged();
+}
+
 void GameBoard::requestMenuAtFocus()
 {
     if (!focusShown_) {

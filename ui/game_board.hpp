@@ -150,8 +150,8 @@ public:
     Q_INVOKABLE void openGame(const QUrl& file);
 
     Q_INVOKABLE void newGame() { store_.newGame(); }
-    Q_INVOKABLE void undo() { store_.undo(); }
-    Q_INVOKABLE void redo() { store_.redo(); }
+    Q_INVOKABLE void undo();
+    Q_INVOKABLE void redo();
     Q_INVOKABLE void showHint() { store_.showHint(); }
     Q_INVOKABLE void clearMessage() { store_.clearMessage(); }
 
@@ -196,6 +196,7 @@ private:
     void publishChanges(std::optional<GameStoreProperty> property = std::nullopt);
     void showFocusAt(const KeyboardFocus& focus);
     void settleFocusAfterChange();
+    void followArrival(const GameState& before);
     void refreshPlaces();
     void refreshTargets();
     void afterPositionChange();

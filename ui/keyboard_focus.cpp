@@ -171,4 +171,20 @@ KeyboardFocus activateFocus(GameStore& store, const KeyboardFocus& focus)
     return settleFocus(place, store.state());
 }
 
+KeyboardFocus focusOnArrival(const KeyboardFocus& focus, const GameState& before, const GameState& after)
+{
+    for (std::size_t c = 0; c < after.tableau.size(); ++c) {
+        if (after.tableau[c].size() > before.tableau[c].size())
+            return {Row::tableau, static_cast<std::int64_t>(c), static_cast<std::int64_t>(after.tableau[c].size()) - 1};
+    }
+    for (std::size_t h = 0; h < after.hand.size(); ++h) {
+        if (after.hand[h] && !before.hand[h]) return {Row::hand, static_cast<std::int64_t>(h), 0};
+    }
+    for (std::size_t f = 0; f < after.foundations.size(); ++f) {
+        if (after.foundations[f].size() > before.foundations[f].size())
+            return {Row::foundations, static_cast<std::int64_t>(f), 0};
+    }
+    return settleFocus(focus, after);
+}
+
 } // namespace zelvaine

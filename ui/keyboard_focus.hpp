@@ -39,4 +39,9 @@ KeyboardFocus settleFocus(const KeyboardFocus& focus, const GameState& state);
 // arrived; otherwise where it was, kept valid.
 KeyboardFocus activateFocus(GameStore& store, const KeyboardFocus& focus);
 
+// Where a shown focus goes after an undo or a redo: onto the place that received cards (the
+// lowest card of a column, a hand slot, a foundation), so that a screen reader reads what came
+// back; otherwise where it was, kept valid.
+KeyboardFocus focusOnArrival(const KeyboardFocus& focus, const GameState& before, const GameState& after);
+
 } // namespace zelvaine

@@ -280,6 +280,13 @@ TEST_F(GameViewTest, TheKeyboardPlaysToo)
     QTest::keyClick(window.get(), Qt::Key_Space);
     EXPECT_EQ(store->state().tableau[4].size(), 11U);
     EXPECT_EQ(board->focusCardIndex(), 10) << "the ring follows the card it played";
+    // Undone and done again, the card takes the ring along.
+    board->undo();
+    EXPECT_EQ(board->focusIndex(), 0);
+    EXPECT_EQ(board->focusCardIndex(), 9);
+    board->redo();
+    EXPECT_EQ(board->focusIndex(), 4);
+    EXPECT_EQ(board->focusCardIndex(), 10);
 
     QTest::keyClick(window.get(), Qt::Key_Down); // the lowest card: a wide window has no hand below
     EXPECT_EQ(board->focusKind(), Place::Kind::Column);

@@ -104,5 +104,32 @@ TEST(KeyboardFocus, ReturnPlaysLikeATap)
     EXPECT_EQ(store.state().foundations[3].size(), 1U);
 }
 
+// After an undo or a redo the focus goes where cards came back: a column, the hand, a foundation.
+TEST(KeyboardFocus, FollowsWhatComesBack)
+{
+    const GameState before = board();
+    const KeyboardFocus focus{Row::tableau, 1, 0};
+
+    GameState back = before; // 9H 8S back onto the 10C
+    back.tableau[1] = cards("10C 9H 8S");
+    back.tableau[0] = cards("KS 2D");
+    EXPECT_EQ(focusOnArrival(focus, before, back), (KeyboardFocus{Row::tableau, 1, 2}));
+
+    GameState toHand = before;
+    toHand.hand[2] = card("4C");
+    toHand.tableau[9].clear();
+    EXPECT_EQ(focusOnArrival(focus, before, toHand), (KeyboardFocus{Row::hand, 2, 0}));
+
+    GameState home = before;
+    home.foundations[5] = cards("AH");
+    home.hand[0].reset();
+    EXPECT_EQ(focusOnArrival(focus, before, home), (KeyboardFocus{Row::foundations, 5, 0}));
+
+    // Nothing arrived anywhere (a column only shrank): the focus stays, kept on a card that is there.
+    GameState shrunk = before;
+    shrunk.tableau[1].clear();
+    EXPECT_EQ(focusOnArrival({Row::tableau, 0, 3}, before, shrunk), (KeyboardFocus{Row::tableau, 0, 3}));
+}
+
 } // namespace
 } // namespace zelvaine
