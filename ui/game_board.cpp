@@ -120,9 +120,13 @@ void GameBoard::settleFocusAfterChange()
     KeyboardFocus target = focus_;
     if (!focusShown_ && target.row == KeyboardFocus::Row::tableau)
         target.cardIndex = std::numeric_limits<std::int64_t>::max();
-    const KeyboardFocus settled = settleFocus(target, store_.state());
-    if (settled == focus_) return;
-    focus_ = settled;
+    placeFocus(settleFocus(target, store_.state()));
+}
+
+void GameBoard::placeFocus(const KeyboardFocus& focus)
+{
+    if (focus == focus_) return;
+    focus_ = focus;
     emit focusChanged();
 }
 
@@ -349,10 +353,7 @@ void GameBoard::activateFocus()
         showFocus();
         return;
     }
-    const KeyboardFocus next = zelvaine::activateFocus(store_, focus_);
-    if (next == focus_) return;
-    focus_ = next;
-    emit focusChanged();
+    placeFocus(zelvaine::activateFocus(store_, focus_));
 }
 
 void GameBoard::undo()
@@ -373,10 +374,7 @@ void GameBoard::followArrival(const GameState& before)
 {
     // Only a ring on show moves: a player who plays with the pointer has none.
     if (!focusShown_) return;
-    const KeyboardFocus next = focusOnArrival(focus_, before, store_.state());
-    if (next == focus_) return;
-    focus_ = next;
-    emit focusChanged();
+    placeFocus(focusOnArrival(focus_, before, store_.state()));
 }
 
 void GameBoard::requestMenuAtFocus()

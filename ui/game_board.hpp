@@ -197,6 +197,8 @@ private:
     void showFocusAt(const KeyboardFocus& focus);
     void settleFocusAfterChange();
     void followArrival(const GameState& before);
+    // Moves the focus, shown or hidden as it is, and says so when it changed.
+    void placeFocus(const KeyboardFocus& focus);
     void refreshPlaces();
     void refreshTargets();
     void afterPositionChange();
