@@ -445,6 +445,41 @@ TEST_F(GameViewTest, TheToastHidesNoCard)
     EXPECT_GT(besideButtons, 0) << "no window put the toast over the toolbar with room beside the buttons";
 }
 
+// A refusal too long for one line beside the buttons wraps there; where even that has no room it
+// hides the buttons under a plate as dark as the felt makes the toast, and a click on it dismisses
+// it rather than pressing a button the player cannot see.
+TEST_F(GameViewTest, ALongMessageOverTheToolbarStaysReadable)
+{
+    const std::string refusal = "three must land on an opposite-color four. ten of diamonds cannot accept it.";
+    int wrapped = 0;
+    int covering = 0;
+    for (const QSize size : {QSize(1280, 700), QSize(960, 600)}) {
+        SCOPED_TRACE(std::to_string(size.width()) + "x" + std::to_string(size.height()));
+        open(knownDeal(), size);
+        store->refuse(refusal);
+        QTest::qWait(400);
+        QQuickItem* toast = item("gameToast");
+        ASSERT_TRUE(toast && toast->isVisible());
+        const QRectF plate = toast->mapRectToScene(QRectF(0, 0, toast->width(), toast->height()));
+        QQuickItem* undo = item("undoButton");
+        const QRectF undoFrame = undo->mapRectToScene(QRectF(0, 0, undo->width(), undo->height()));
+        const QColor color = toast->property("color").value<QColor>();
+        if (!plate.intersects(undoFrame)) {
+            EXPECT_GT(toast->height(), 50) << "wrapped to fit beside the buttons";
+            EXPECT_LT(color.alphaF(), 0.5);
+            ++wrapped;
+            continue;
+        }
+        ++covering;
+        EXPECT_GT(color.alphaF(), 0.9) << "buttons show through the text";
+        QTest::mouseClick(window.get(), Qt::LeftButton, {}, plate.center().toPoint());
+        EXPECT_FALSE(store->message()) << "the click dismisses the message";
+        EXPECT_EQ(store->state().moveCount, 0) << "and presses nothing under it";
+    }
+    EXPECT_EQ(wrapped, 1);
+    EXPECT_EQ(covering, 1);
+}
+
 // Every suit built to the queen on both foundations, the eight kings in the columns.
 GameState kingsLeft()
 {

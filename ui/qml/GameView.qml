@@ -225,11 +225,30 @@ Item {
     }
     readonly property real messageMargin: 24
 
+    // A message that fits in no free band stands beside the buttons, wrapped to the stretch when it
+    // is too long for one line there, and only when even that fails over the toolbar's middle.
+    enum MessagePlace { BelowTable, BesideButtons, OverToolbar }
+    readonly property int toastPlace: {
+        if (fitsBelowTable(toast.wideHeight))
+            return GameView.MessagePlace.BelowTable;
+        const toolbarTop = toolbar.mapToItem(view, 0, 0).y;
+        void [toolbar.y, arrangement.y];
+        // Centred on the toolbar, it may reach up to the window's edge and down to the table.
+        const room = 2 * Math.min(toolbarTop + toolbar.height / 2 - 4,
+                                  arrangement.mapToItem(view, 0, 0).y - toolbarTop - toolbar.height / 2);
+        if (toast.narrowTextWidth >= 200 && toast.narrowHeight <= room)
+            return GameView.MessagePlace.BesideButtons;
+        return GameView.MessagePlace.OverToolbar;
+    }
+
     MessageToast {
         id: toast
         board: view.board
         preferences: view.preferences
         z: 8000
+        narrowTextWidth: Math.min(wideTextWidth, toolbar.freeStretch.width - view.messageMargin - 40)
+        textWidthLimit: view.toastPlace === GameView.MessagePlace.BesideButtons ? narrowTextWidth : wideTextWidth
+        coversControls: view.toastPlace === GameView.MessagePlace.OverToolbar
         x: view.messageX(width, height)
         y: view.messageY(height)
     }

@@ -18,6 +18,18 @@ Rectangle {
 
     onShownChanged: if (shown.length > 0) displayed = shown
 
+    // The widest the text may run before it wraps; the board narrows it to fit beside the toolbar.
+    property real textWidthLimit: wideTextWidth
+    readonly property real wideTextWidth: 580
+    // The plate's height with the text wrapped at its widest and at `narrowTextWidth`, for the board
+    // to choose a place before the toast takes one.
+    property real narrowTextWidth: wideTextWidth
+    readonly property real wideHeight: wideLayout.height + 26
+    readonly property real narrowHeight: narrowLayout.height + 26
+    // Over the toolbar's buttons a see-through plate would mix its text with theirs: it turns as
+    // dark as it looks on the felt, and a click on it dismisses it instead of pressing what it hides.
+    property bool coversControls: false
+
     GameToast {
         id: policy
         board: toast.board
@@ -32,10 +44,10 @@ Rectangle {
     objectName: "gameToast"
     opacity: shown.length > 0 ? 1 : 0
     visible: opacity > 0 && !reannouncing
-    width: Math.min(label.implicitWidth, 580) + 40
+    width: Math.min(label.implicitWidth, textWidthLimit) + 40
     height: label.implicitHeight + 26
     radius: 14
-    color: Qt.rgba(0, 0, 0, 0.42)
+    color: coversControls ? Qt.rgba(0.02, 0.11, 0.07, 0.97) : Qt.rgba(0, 0, 0, 0.42)
     // A notification: a screen reader speaks it as it appears, wherever the player's focus is.
     Accessible.role: Accessible.Notification
     // Nameless while no message is on show: a fading or hidden plate says nothing.
@@ -48,15 +60,37 @@ Rectangle {
         Behavior on y { NumberAnimation { duration: 320; easing.type: Easing.OutCubic } }
     }
 
+    MouseArea {
+        anchors.fill: parent
+        enabled: toast.coversControls
+        onClicked: toast.board.clearMessage()
+    }
+
     Text {
         id: label
         Accessible.ignored: true
         anchors.centerIn: parent
-        width: Math.min(implicitWidth, 580)
+        width: Math.min(implicitWidth, toast.textWidthLimit)
         wrapMode: Text.WordWrap
         horizontalAlignment: Text.AlignHCenter
         text: toast.displayed
         color: "white"
         font.pixelSize: 15
+    }
+    Text {
+        id: wideLayout
+        visible: false
+        width: toast.wideTextWidth
+        wrapMode: label.wrapMode
+        text: label.text
+        font: label.font
+    }
+    Text {
+        id: narrowLayout
+        visible: false
+        width: toast.narrowTextWidth
+        wrapMode: label.wrapMode
+        text: label.text
+        font: label.font
     }
 }
