@@ -175,6 +175,27 @@ TEST_F(MainWindowTest, DisabledMenuItemsLookDisabled)
     EXPECT_EQ(colourOf(menuText(window, "undoMenuItem", "menuItemTitle")), available);
 }
 
+// The rules and the settings are windows of their own, which inherit nothing: they take the game
+// window's dark colours, so that their buttons look like the rest of the game.
+TEST_F(MainWindowTest, TheSheetsTakeTheGamesColours)
+{
+    open(testing::knownDeal());
+    auto buttonColour = [](QQuickItem* item) {
+        return item->property("palette").value<QObject*>()->property("button").value<QColor>();
+    };
+    const QColor game = buttonColour(window->contentItem());
+    store->setShowRules(true);
+    preferences.setShowSettings(true);
+    for (const auto& [sheet, done] :
+         {std::pair{"rulesWindow", "rulesDoneButton"}, std::pair{"settingsWindow", "settingsDoneButton"}}) {
+        auto* opened = window->findChild<QQuickWindow*>(sheet);
+        ASSERT_TRUE(opened) << sheet;
+        QQuickItem* button = findItem(opened->contentItem(), done);
+        ASSERT_TRUE(button) << done;
+        EXPECT_EQ(buttonColour(button), game) << sheet;
+    }
+}
+
 // Every command shows its key beside its title, as the platform writes it, and the title keeps
 // its room.
 TEST_F(MainWindowTest, MenusShowEachCommandsKey)

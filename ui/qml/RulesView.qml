@@ -9,6 +9,8 @@ Window {
     id: sheet
 
     required property GameBoard board
+    // The game window this one stands over, when it is a Qt Quick window.
+    readonly property Window gameWindow: transientParent as Window
 
     objectName: "rulesWindow"
     title: qsTr("How to Play")
@@ -53,7 +55,16 @@ Window {
         onActivated: sheet.board.showRules = false
     }
 
+    // A window of its own inherits nothing from the game window: take its dark colours, so that
+    // "Done" and the scroll bar match the rest of the game.
+    Binding {
+        target: sheetContent
+        property: "palette"
+        value: sheet.gameWindow ? sheet.gameWindow.contentItem.palette : null
+        when: sheet.gameWindow !== null && sheet.gameWindow.contentItem !== null
+    }
     ColumnLayout {
+        id: sheetContent
         anchors.fill: parent
         spacing: 0
 
