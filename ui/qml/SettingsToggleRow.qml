@@ -62,5 +62,26 @@ RowLayout {
         // A click and an assistive tool's Toggle both change the switch; only a change that did
         // not come from the preference goes back to it.
         onCheckedChanged: if (checked !== row.checked) row.toggled(checked)
+        // A rounded track with a sliding knob: on or off reads at a glance on the dark sheet.
+        indicator: Rectangle {
+            implicitWidth: 42
+            implicitHeight: 24
+            x: toggle.leftPadding
+            y: (toggle.height - height) / 2
+            radius: height / 2
+            color: toggle.checked ? toggle.palette.highlight : Qt.rgba(1, 1, 1, 0.18)
+            border.width: toggle.visualFocus ? 2 : 0
+            border.color: "white"
+            Behavior on color { ColorAnimation { duration: 120 } }
+            Rectangle {
+                width: 20
+                height: 20
+                radius: 10
+                y: 2
+                x: toggle.checked ? parent.width - width - 2 : 2
+                color: toggle.down ? "#dcdcd6" : "white"
+                Behavior on x { NumberAnimation { duration: 120; easing.type: Easing.OutCubic } }
+            }
+        }
     }
 }
