@@ -56,6 +56,11 @@ ApplicationWindow {
         delegate: MenuBarItem {
             id: menuTitle
             Accessible.onPressAction: menuTitle.triggered()
+            // The title without the "&" that marks its Alt key.
+            Accessible.name: menuTitle.text.replace(/&(.)/g, "$1")
+            // The bar lights the title under the pointer and forgets to put it out when a menu
+            // closed by Escape leaves the pointer there and the pointer then goes elsewhere.
+            onHoveredChanged: if (!hovered && !(menu && menu.visible)) highlighted = false
         }
         background: Rectangle {
             implicitHeight: 26
@@ -64,7 +69,7 @@ ApplicationWindow {
         }
 
         Menu {
-            title: "Zelvaine"
+            title: "&Zelvaine"
             ShortcutMenuItem {
                 objectName: "aboutItem"
                 text: qsTr("About Zelvaine")
@@ -97,7 +102,7 @@ ApplicationWindow {
             }
         }
         Menu {
-            title: qsTr("File")
+            title: qsTr("&File")
             ShortcutMenuItem {
                 objectName: "openGameMenuItem"
                 action: Action {
@@ -127,7 +132,7 @@ ApplicationWindow {
             }
         }
         Menu {
-            title: qsTr("Edit")
+            title: qsTr("&Edit")
             ShortcutMenuItem {
                 objectName: "undoMenuItem"
                 action: Action {
@@ -150,7 +155,7 @@ ApplicationWindow {
         // The solver's questions; each item turns into a way to stop while its answer is sought.
         Menu {
             id: solverMenu
-            title: qsTr("Solver")
+            title: qsTr("&Solver")
             // As wide as its widest command: the style's fixed width cuts these titles short.
             width: {
                 let widest = 200;
@@ -192,7 +197,7 @@ ApplicationWindow {
             }
         }
         Menu {
-            title: qsTr("Help")
+            title: qsTr("&Help")
             ShortcutMenuItem {
                 objectName: "hintMenuItem"
                 action: hintAction

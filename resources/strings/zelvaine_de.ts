@@ -170,10 +170,6 @@
         <translation>Zelvaine beenden</translation>
     </message>
     <message>
-        <source>File</source>
-        <translation>Datei</translation>
-    </message>
-    <message>
         <source>Open Game…</source>
         <translation>Spiel öffnen…</translation>
     </message>
@@ -186,20 +182,12 @@
         <translation>Spiel neu starten</translation>
     </message>
     <message>
-        <source>Edit</source>
-        <translation>Bearbeiten</translation>
-    </message>
-    <message>
         <source>Undo</source>
         <translation>Rückgängig</translation>
     </message>
     <message>
         <source>Redo</source>
         <translation>Wiederholen</translation>
-    </message>
-    <message>
-        <source>Help</source>
-        <translation>Hilfe</translation>
     </message>
     <message>
         <source>Hint</source>
@@ -262,10 +250,6 @@
         <translation>Abbrechen</translation>
     </message>
     <message>
-        <source>Solver</source>
-        <translation>Solver</translation>
-    </message>
-    <message>
         <source>Stop Checking</source>
         <translation>Prüfung abbrechen</translation>
     </message>
@@ -288,6 +272,22 @@
     <message>
         <source>Show a Winning Move</source>
         <translation>Einen Gewinnzug zeigen</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Solver</source>
+        <translation>&amp;Solver</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
     </message>
 </context>
 <context>

@@ -266,6 +266,35 @@ TEST_F(MainWindowTest, APendingQuestionLocksTheCommands)
     EXPECT_TRUE(enabled("newGameMenuItem"));
 }
 
+// A keyboard player opens each menu with Alt and its title's letter, and plays its commands with
+// the arrows and Return.
+TEST_F(MainWindowTest, TheMenusOpenFromTheKeyboard)
+{
+    open(testing::knownDeal());
+    auto menuTitled = [this](const QString& title) -> QObject* {
+        for (QObject* object : window->findChildren<QObject*>()) {
+            if (object->inherits("QQuickMenu") && object->property("title").toString() == title) return object;
+        }
+        return nullptr;
+    };
+    for (const auto& [key, title] :
+         {std::pair{Qt::Key_Z, "&Zelvaine"}, std::pair{Qt::Key_F, "&File"}, std::pair{Qt::Key_E, "&Edit"},
+          std::pair{Qt::Key_S, "&Solver"}, std::pair{Qt::Key_H, "&Help"}}) {
+        QObject* menu = menuTitled(title);
+        ASSERT_TRUE(menu) << title;
+        QTest::keyClick(window, key, Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([menu] { return menu->property("opened").toBool(); }, 2000)) << title;
+        QTest::keyClick(window, Qt::Key_Escape);
+        EXPECT_TRUE(QTest::qWaitFor([menu] { return !menu->property("visible").toBool(); }, 2000)) << title;
+    }
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
+    QTest::keyClick(window, Qt::Key_E, Qt::AltModifier);
+    QTest::qWait(300);
+    QTest::keyClick(window, Qt::Key_Down);
+    QTest::keyClick(window, Qt::Key_Return);
+    EXPECT_EQ(store->state().moveCount, 0) << "Edit's first command, Undo";
+}
+
 // Each key acts on every press, the second as surely as the first: a key bound twice would
 // leave Qt to take turns between its bindings.
 TEST_F(MainWindowTest, EveryKeyWorksEveryTime)
