@@ -205,6 +205,13 @@ ApplicationWindow {
         }
     }
 
+    // F10 takes the keyboard to the menu bar, as in the desktop's other programs: the first menu
+    // opens, and the arrows go on from there.
+    Shortcut {
+        sequence: "F10"
+        onActivated: (menuBar.itemAt(0) as MenuBarItem).triggered()
+    }
+
     Action {
         id: hintAction
         text: qsTr("Hint")

@@ -266,8 +266,8 @@ TEST_F(MainWindowTest, APendingQuestionLocksTheCommands)
     EXPECT_TRUE(enabled("newGameMenuItem"));
 }
 
-// A keyboard player opens each menu with Alt and its title's letter, and plays its commands with
-// the arrows and Return.
+// A keyboard player opens each menu with Alt and its title's letter, or the first with F10, and
+// plays its commands with the arrows and Return.
 TEST_F(MainWindowTest, TheMenusOpenFromTheKeyboard)
 {
     open(testing::knownDeal());
@@ -287,6 +287,13 @@ TEST_F(MainWindowTest, TheMenusOpenFromTheKeyboard)
         QTest::keyClick(window, Qt::Key_Escape);
         EXPECT_TRUE(QTest::qWaitFor([menu] { return !menu->property("visible").toBool(); }, 2000)) << title;
     }
+    // F10 goes to the menu bar, as in the desktop's other programs.
+    QObject* first = menuTitled("&Zelvaine");
+    QTest::keyClick(window, Qt::Key_F10);
+    EXPECT_TRUE(QTest::qWaitFor([first] { return first->property("opened").toBool(); }, 2000));
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([first] { return !first->property("visible").toBool(); }, 2000));
+
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
     QTest::keyClick(window, Qt::Key_E, Qt::AltModifier);
     QTest::qWait(300);
