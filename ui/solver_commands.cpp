@@ -42,7 +42,9 @@ SolverCommands::SolverCommands(GameStore& store, GamePreferences* preferences,
         QMetaObject::invokeMethod(
             this,
             [this, generation = answer.generation, verdict = answer.result.verdict] {
-                if (generation != liveGeneration_ || liveVerdict_ == Verdict::Off) return;
+                // An answer already on its way when the game began to quit is about a table
+                // that may have changed since, with no newer request to outdate it.
+                if (quitting_ || generation != liveGeneration_ || liveVerdict_ == Verdict::Off) return;
                 setLiveVerdict(verdict == solver::Verdict::winnable     ? Verdict::Winnable
                                : verdict == solver::Verdict::unwinnable ? Verdict::Lost
                                                                         : Verdict::Undecided);
