@@ -5,6 +5,7 @@
 // does a complaint of QAbstractItemModelTester about a model a test watches.
 
 #include <QGuiApplication>
+#include <QQuickStyle>
 #include <QString>
 
 #include <gtest/gtest.h>
@@ -47,6 +48,8 @@ int main(int argc, char** argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     previousHandler = qInstallMessageHandler(failOnQmlWarnings);
+    // The game's own style, so that the tests see the controls the player sees.
+    QQuickStyle::setStyle("Fusion");
     QGuiApplication application(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     int result = RUN_ALL_TESTS();

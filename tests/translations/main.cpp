@@ -3,6 +3,7 @@
 #include "app/qt_localizer.hpp"
 
 #include <QGuiApplication>
+#include <QQuickStyle>
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,8 @@ int main(int argc, char** argv)
     ::testing::InitGoogleTest(&argc, argv);
     // The settings page is a Qt Quick item; no screen is needed to read its texts.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The game's own style: its metrics decide whether a German text fits.
+    QQuickStyle::setStyle("Fusion");
     QGuiApplication application(argc, argv);
     const zelvaine::QtLocalizer localizer;
     zelvaine::installLocalizer(&localizer);
