@@ -162,7 +162,7 @@ def play(app, first_count):
 
 def winning_move(frame, solver, announcements):
     """The Solver menu's winning move, as the sentence the game announces; None when the command
-    is unavailable."""
+    is unavailable or the offer to finish came instead."""
     heard = len(announcements.heard)
     client.press(solver, quiet=True)
     item = client.wait_for(lambda: client.find(frame, name="Show a Winning Move", role=pyatspi.ROLE_MENU_ITEM),
@@ -173,8 +173,12 @@ def winning_move(frame, solver, announcements):
         client.press(solver, quiet=True)  # closes the menu again
         return None
     client.press(item, quiet=True)
-    sentences = client.wait_for(lambda: announcements.since(heard, "Game message: "), "a winning move", 30, quiet=True)
-    return sentences[-1] if sentences else None
+    # The offer to finish can come between reading the command's state and pressing it: the press
+    # then finds the command off, and the question is what the game has to say.
+    told = client.wait_for(lambda: announcements.since(heard, "Game message: ")
+                           or client.find(frame, name="Auto Complete", role=pyatspi.ROLE_PUSH_BUTTON),
+                           "a winning move or the offer to finish", 30, quiet=True)
+    return told[-1] if isinstance(told, list) else None
 
 
 def play_move(frame, counter, sentence):
