@@ -313,17 +313,6 @@ TEST_F(WinnableDealWaitTest, ANewGameWaitsForAProvenDealWithoutStackingUp)
     EXPECT_FALSE(store->message());
 }
 
-TEST_F(WinnableDealWaitTest, AMoveMadeWhileWaitingDropsTheNewGame)
-{
-    store->newGame();
-    ASSERT_TRUE(store->isAwaitingDeal());
-    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
-    EXPECT_FALSE(store->isAwaitingDeal());
-    const GameState moved = store->state();
-    proveDeals();
-    EXPECT_EQ(store->state(), moved);
-}
-
 TEST_F(WinnableDealWaitTest, TurningThePreferenceOffWhileWaitingDealsAtOnce)
 {
     const GameState table = store->state();
