@@ -6,7 +6,7 @@
 
 #include "store/in_memory_defaults_store.hpp"
 #include "tests/sound/audio_file.hpp"
-#include "tests/sound/scratch_folder.hpp"
+#include "tests/support/scratch_folder.hpp"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "store/game_store.hpp"
 #include "store/in_memory_defaults_store.hpp"
 #include "tests/sound/fake_players.hpp"
-#include "tests/sound/scratch_folder.hpp"
+#include "tests/support/scratch_folder.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
 #include "store/game_document.hpp"
 #include "tests/support/positions.hpp"
+#include "tests/support/scratch_folder.hpp"
 
 #include <gtest/gtest.h>
 
@@ -191,21 +192,14 @@ TEST(GameDocument, VersionIsCheckedBeforeAnything)
 
 class DocumentFile : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        dir_ = std::filesystem::temp_directory_path() / ("zelvaine-document-" + std::to_string(::getpid()));
-        std::filesystem::create_directories(dir_);
-    }
-    void TearDown() override { std::filesystem::remove_all(dir_); }
-
     std::filesystem::path write(const std::string& bytes)
     {
-        const auto path = dir_ / "game.zelvaine";
+        const auto path = scratch.path() / "game.zelvaine";
         std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
         return path;
     }
 
-    std::filesystem::path dir_;
+    testing::ScratchFolder scratch;
 };
 
 TEST_F(DocumentFile, SizeLimitComesBeforeParsing)
@@ -229,7 +223,7 @@ TEST_F(DocumentFile, SizeLimitComesBeforeParsing)
 
 TEST_F(DocumentFile, UnreadableFilesGiveTheGenericNotice)
 {
-    auto missing = ZelvaineGameDocument::read(dir_ / "absent.zelvaine");
+    auto missing = ZelvaineGameDocument::read(scratch.path() / "absent.zelvaine");
     ASSERT_FALSE(missing);
     EXPECT_EQ(missing.error().playerDescription(), std::nullopt);
 

@@ -8,6 +8,7 @@
 #include "store/saved_game.hpp"
 #include "tests/store/store_fakes.hpp"
 #include "tests/support/positions.hpp"
+#include "tests/support/scratch_folder.hpp"
 #include "ui/card_drag_controller.hpp"
 #include "ui/game_board.hpp"
 #include "ui/preferences_model.hpp"
@@ -32,7 +33,6 @@
 #include <functional>
 #include <memory>
 #include <tuple>
-#include <unistd.h>
 
 Q_IMPORT_QML_PLUGIN(ZelvainePlugin)
 
@@ -157,6 +157,7 @@ protected:
     }
     CardDragController* drag() const { return view->findChild<CardDragController*>(); }
 
+    testing::ScratchFolder scratch;
     testing::CountingDefaultsStore defaults;
     SilentSoundCues sound;
     GamePreferences preferences{defaults, sound};
@@ -556,8 +557,7 @@ TEST_F(GameViewTest, AWinShowsItsPanelOverADeafToolbarAndPlayAgainDeals)
 
 TEST_F(GameViewTest, SharingAndOpeningAGame)
 {
-    const auto file =
-        std::filesystem::temp_directory_path() / ("zelvaine-share-" + std::to_string(getpid()) + ".zelvaine");
+    const auto file = scratch.path() / "shared.zelvaine";
     ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(0)));
     ASSERT_TRUE(board->canShare());
     ASSERT_TRUE(board->exportGame(fileUrl(file)));
@@ -568,14 +568,13 @@ TEST_F(GameViewTest, SharingAndOpeningAGame)
     EXPECT_TRUE(store->challenge().wasImported);
     EXPECT_EQ(store->state().moveCount, 1);
     EXPECT_EQ(store->state().foundations[0].size(), 1U);
-    std::filesystem::remove(file);
 }
 
 // The board judges a new position only once the store's operation is over, so it sees the
 // opened deal together with its own challenge record and with the question already answered.
 TEST_F(GameViewTest, AnOpenedGameIsJudgedWithItsOwnRecord)
 {
-    const auto file = std::filesystem::temp_directory_path() / ("zelvaine-won-" + std::to_string(getpid()) + ".zelvaine");
+    const auto file = scratch.path() / "won.zelvaine";
     // The known deal's own cards, sorted home with `kingsHome` kings on their foundations and
     // the other kings alone in the columns: a file that any reader accepts.
     auto share = [&](std::size_t kingsHome) {
@@ -615,15 +614,13 @@ TEST_F(GameViewTest, AnOpenedGameIsJudgedWithItsOwnRecord)
     share(1);
     openShared();
     EXPECT_EQ(board->confirmation(), Confirmation::Kind::AutoComplete);
-    std::filesystem::remove(file);
 }
 
 TEST_F(GameViewTest, AFileThatCannotBeOpenedSaysWhyAndChangesNothing)
 {
     ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(0)));
     const GameState before = store->state();
-    const auto dir = std::filesystem::temp_directory_path() / ("zelvaine-open-" + std::to_string(getpid()));
-    std::filesystem::create_directories(dir);
+    const auto& dir = scratch.path();
     const auto path = [&](const char* name) { return QString::fromStdString((dir / name).string()); };
 
     // This game, as a newer version of the game would write it.
@@ -677,7 +674,6 @@ TEST_F(GameViewTest, AFileThatCannotBeOpenedSaysWhyAndChangesNothing)
     }
     board->openGamePath(QUrl::fromLocalFile(path("GOOD.Zelvaine")).toString());
     EXPECT_EQ(board->confirmation(), Confirmation::Kind::OpenSharedGame);
-    std::filesystem::remove_all(dir);
 }
 
 // Sets an environment variable for one scope.
@@ -702,7 +698,7 @@ private:
 // that exists, and after a share where it went.
 TEST_F(GameViewTest, SharingSaysWhereTheGameWentOrWhyNot)
 {
-    const auto home = std::filesystem::temp_directory_path() / ("zelvaine-home-" + std::to_string(getpid()));
+    const auto home = scratch.path() / "home";
     std::filesystem::create_directories(home / "elsewhere");
     const ScopedEnvironment homeVariable("HOME", QByteArray::fromStdString(home.string()));
     const ScopedEnvironment configVariable("XDG_CONFIG_HOME", QByteArray::fromStdString((home / "config").string()));
@@ -741,7 +737,6 @@ TEST_F(GameViewTest, SharingSaysWhereTheGameWentOrWhyNot)
     EXPECT_EQ(board->message().toStdString(),
               "Game shared as “Zelvaine Game.zelvaine” in " + (home / "elsewhere").string() + ".");
     EXPECT_EQ(board->gameFolder(), folderOf(home / "elsewhere"));
-    std::filesystem::remove_all(home);
 }
 
 // The save panel offers to save, in the folder where the last share went.
