@@ -78,11 +78,12 @@ TEST_F(SaveFailureTest, ADamagedFileKeptAsideIsNamedToThePlayer)
     EXPECT_NE(store.message()->find(*defaults.keptAside), std::string::npos);
 }
 
-TEST_F(SaveFailureTest, AStoreWithItsOwnGameSaysNothingOfTheDisk)
+TEST_F(SaveFailureTest, AStoreWithItsOwnGameGuardsNothingAndSaysNothingOfTheDisk)
 {
     defaults.failure = DefaultsWriteFailure::diskFull;
     defaults.keptAside = "/somewhere";
     GameStore store(dealNewGame(), defaults, sound);
+    EXPECT_FALSE(defaults.guarded);
     store.persistNow();
     EXPECT_FALSE(store.message());
 }
@@ -108,12 +109,6 @@ TEST_F(SaveFailureTest, AGameAnotherWindowSavedIsNotOverwrittenUntilThePlayerDea
     defaults.isOvertaken = true; // overtaken once more, later on
     store.persistNow();
     EXPECT_TRUE(store.message() && store.message()->starts_with("Another Zelvaine window"));
-}
-
-TEST_F(SaveFailureTest, AStoreWithItsOwnGameGuardsNothing)
-{
-    GameStore store(dealNewGame(), defaults, sound);
-    EXPECT_FALSE(defaults.guarded);
 }
 
 TEST_F(SaveFailureTest, ADamagedSavedGameIsKeptAsideBeforeTheNewDealReplacesIt)
