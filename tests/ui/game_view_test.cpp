@@ -767,21 +767,6 @@ TEST_F(GameViewTest, WithMoveMessagesOffTheHintButtonStillShowsAHint)
     EXPECT_EQ(item("gameToast")->property("shown").toString(), board->message());
 }
 
-TEST_F(GameViewTest, ADealCountsAsPlayedWhenShownAndLostWhenReplaced)
-{
-    const std::int64_t played = preferences.gamesPlayed();
-    const std::int64_t lost = preferences.gamesLost();
-    open(knownDeal(), QSize(1600, 1000)); // replaces the unfinished deal of the set-up
-    EXPECT_EQ(preferences.gamesPlayed(), played + 1);
-    EXPECT_EQ(preferences.gamesLost(), lost + 1);
-    store->move(MoveSource::hand(0), MoveDestination::foundation(0)); // the same deal: nothing new
-    EXPECT_EQ(preferences.gamesPlayed(), played + 1);
-    store->newGame();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(preferences.gamesPlayed(), played + 2);
-    EXPECT_EQ(preferences.gamesLost(), lost + 2);
-}
-
 TEST_F(GameViewTest, ADraggedStringLandsOnALegalColumn)
 {
     // Column 0 ends in 9♣ 8♥; column 3 in 10♦. Grab the nine by its strip and drop the string on the ten.
@@ -858,20 +843,6 @@ TEST_F(GameViewTest, AShortDragIsATapAndABlockedCardShakes)
     EXPECT_EQ(column->property("nudgeOffset").toDouble(), 0);
     EXPECT_EQ(store->state().moveCount, 0);
     EXPECT_FALSE(drag()->active());
-}
-
-TEST_F(GameViewTest, ANewDealStopsTheFinish)
-{
-    open(kingsLeft(), QSize(1600, 1000));
-    ASSERT_TRUE(store->move(MoveSource::tableau(0, 0), MoveDestination::foundation(0)));
-    QCoreApplication::processEvents();
-    board->confirm();
-    ASSERT_TRUE(board->autoCompleting());
-    store->newGame();
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(board->autoCompleting());
-    QTest::qWait(300);
-    EXPECT_EQ(store->state().moveCount, 0);
 }
 
 TEST_F(GameViewTest, ConfirmationsAreAskedOverTheBoard)
