@@ -162,15 +162,5 @@ TEST(FoundationDestination, FirstAcceptingFoundationForASingleCard)
     EXPECT_EQ(noFoundationAcceptsText(card("7H")), "No foundation can accept seven of hearts.");
 }
 
-TEST(HintText, NumbersAreOneBased)
-{
-    GameState s = emptyBoard();
-    s.tableau[9] = cards("8C");
-    s.hand[0] = card("7D");
-    EXPECT_EQ(hintText(s, MoveSource::hand(0)), "Move seven of diamonds to column 10.");
-    s.hand[0] = card("AD");
-    EXPECT_EQ(hintText(s, MoveSource::hand(0)), "Move ace of diamonds to foundation 1.");
-}
-
 } // namespace
 } // namespace zelvaine
