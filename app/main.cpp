@@ -10,6 +10,7 @@
 #include "app/translations.hpp"
 #include "app/update_feed.hpp"
 #include "app/updater.hpp"
+#include "app/window_placement.hpp"
 #include "sound/sound_effects.hpp"
 #include "sound/sound_effects_cues.hpp"
 #include "store/game_preferences.hpp"
@@ -25,6 +26,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QScreen>
 #include <QSessionManager>
 #include <QTimer>
 #include <QtQml/QQmlExtensionPlugin>
@@ -90,14 +92,24 @@ int main(int argc, char** argv)
 
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/"));
-    engine.setInitialProperties({{"board", QVariant::fromValue(&board)},
+    QVariantMap windowProperties{{"board", QVariant::fromValue(&board)},
                                  {"preferences", QVariant::fromValue(&preferencesModel)},
                                  {"solver", QVariant::fromValue(&solverCommands)},
                                  {"updater", QVariant::fromValue(&updater)},
-                                 {"versionText", QString::fromLatin1(zelvaine::build::versionText)}});
+                                 {"versionText", QString::fromLatin1(zelvaine::build::versionText)}};
+    // The window opens as the player left it, within the room this screen has.
+    if (const auto kept = zelvaine::loadWindowPlacement(defaults)) {
+        const QScreen* screen = QGuiApplication::primaryScreen();
+        const QSize size = zelvaine::fittedWindowSize(kept->size, screen ? screen->availableSize() : QSize());
+        windowProperties.insert("width", size.width());
+        windowProperties.insert("height", size.height());
+        if (kept->maximized) windowProperties.insert("visibility", QWindow::Maximized);
+    }
+    engine.setInitialProperties(windowProperties);
     engine.load(QUrl(QStringLiteral("qrc:/ZelvaineShell/qml/Main.qml")));
     if (engine.rootObjects().isEmpty()) return 1;
     auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().first());
+    auto* placement = window ? new zelvaine::WindowPlacementTracker(*window) : nullptr;
     // The frame benchmark reads every frame's time from here.
     if (window && qEnvironmentVariableIsSet("ZELVAINE_FRAME_TIMES")) new zelvaine::FrameTimer(window);
     if (quitAfterFirstFrame && window) {
@@ -154,6 +166,7 @@ int main(int argc, char** argv)
     // half-way.
     const auto finishAndFlush = [&] {
         board.completeAutomaticFinish();
+        if (placement) zelvaine::saveWindowPlacement(defaults, placement->placement());
         flush();
     };
     QObject::connect(&application, &QGuiApplication::applicationStateChanged, [flush](Qt::ApplicationState state) {
