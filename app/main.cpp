@@ -49,6 +49,9 @@ int main(int argc, char** argv)
     QGuiApplication::setApplicationName("Zelvaine");
     QGuiApplication::setOrganizationName("Zelvaine");
     QGuiApplication::setApplicationVersion(QString::fromLatin1(zelvaine::build::version));
+    // The desktop file's name: the desktop ties the window to its launcher, icon and name by it
+    // (the window's application id on Wayland).
+    QGuiApplication::setDesktopFileName(QString::fromLatin1(zelvaine::applicationId));
     // The dark colours are the window's palette in Main.qml, inherited by its menus and dialogs:
     // Qt Quick Controls do not follow QGuiApplication::setPalette().
     QQuickStyle::setStyle("Fusion");
