@@ -101,13 +101,13 @@ int main(int argc, char** argv)
                                  {"updater", QVariant::fromValue(&updater)},
                                  {"versionText", QString::fromLatin1(zelvaine::build::versionText)}};
     // The window opens as the player left it, within the room this screen has.
-    if (const auto kept = zelvaine::loadWindowPlacement(defaults)) {
-        const QScreen* screen = QGuiApplication::primaryScreen();
-        const QSize size = zelvaine::fittedWindowSize(kept->size, screen ? screen->availableSize() : QSize());
-        windowProperties.insert("width", size.width());
-        windowProperties.insert("height", size.height());
-        if (kept->maximized) windowProperties.insert("visibility", QWindow::Maximized);
-    }
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const zelvaine::WindowPlacement opening =
+        zelvaine::initialWindowPlacement(zelvaine::loadWindowPlacement(defaults),
+                                         screen ? screen->availableSize() : QSize());
+    windowProperties.insert("width", opening.size.width());
+    windowProperties.insert("height", opening.size.height());
+    if (opening.maximized) windowProperties.insert("visibility", QWindow::Maximized);
     engine.setInitialProperties(windowProperties);
     engine.load(QUrl(QStringLiteral("qrc:/ZelvaineShell/qml/Main.qml")));
     if (engine.rootObjects().isEmpty()) return 1;

@@ -2,8 +2,6 @@
 
 #include <QWindow>
 
-#include <algorithm>
-
 namespace zelvaine {
 namespace {
 
@@ -46,10 +44,14 @@ void saveWindowPlacement(DefaultsStore& defaults, const WindowPlacement& placeme
     defaults.set(keys::windowMaximized, placement.maximized);
 }
 
-QSize fittedWindowSize(QSize kept, QSize available)
+WindowPlacement initialWindowPlacement(const std::optional<WindowPlacement>& kept, QSize available)
 {
-    if (available.isEmpty()) return kept;
-    return {std::min(kept.width(), available.width()), std::min(kept.height(), available.height())};
+    // The window manager's frame comes on top of the window's own size; this is room for most.
+    constexpr int titleBar = 40;
+    WindowPlacement placement = kept ? *kept : WindowPlacement{defaultWindowSize, false};
+    if (!kept) available.rheight() -= titleBar;
+    if (!available.isEmpty()) placement.size = placement.size.boundedTo(available);
+    return placement;
 }
 
 WindowPlacementTracker::WindowPlacementTracker(QWindow& window) : QObject(&window), window_(window)

@@ -34,9 +34,13 @@ struct WindowPlacement {
 std::optional<WindowPlacement> loadWindowPlacement(const DefaultsStore& defaults);
 void saveWindowPlacement(DefaultsStore& defaults, const WindowPlacement& placement);
 
-// A kept size shrunk to the room a screen has now: the window may have been left on a larger
-// screen than the one it opens on.
-QSize fittedWindowSize(QSize kept, QSize available);
+// The size the game window takes on its first start, where the screen has room for it.
+inline constexpr QSize defaultWindowSize{1280, 860};
+
+// How the window opens: as it was left, shrunk to the room the screen has now (it may have been
+// left on a larger screen); on a first start at its default size, shrunk so that its title bar
+// fits on the screen too. `available` is the screen's area without the desktop's panels.
+WindowPlacement initialWindowPlacement(const std::optional<WindowPlacement>& kept, QSize available);
 
 // Follows a window's size while it is neither maximised nor full-screen, so that a window closed
 // maximised still opens at its own size once the player restores it.

@@ -38,6 +38,7 @@ ApplicationWindow {
     palette.disabled.windowText: "#7d8480"
     palette.disabled.buttonText: "#7d8480"
 
+    // The game sets the size the window opens at; this is for a window made without it.
     width: 1280
     height: 860
     minimumWidth: gameView.minimumWidth

@@ -35,12 +35,17 @@ TEST(WindowPlacement, IsKeptAndReadBackAndNonsenseIsIgnored)
     EXPECT_FALSE(fresh.value(keys::windowMaximized));
 }
 
-TEST(WindowPlacement, ASizeLeftOnALargerScreenShrinksToThisOne)
+// A size left on a larger screen shrinks to this one; a first start leaves room for the title bar.
+TEST(WindowPlacement, TheWindowOpensWithinTheScreen)
 {
-    EXPECT_EQ(fittedWindowSize(QSize(2400, 1500), QSize(1366, 740)), QSize(1366, 740));
-    EXPECT_EQ(fittedWindowSize(QSize(1000, 1500), QSize(1366, 740)), QSize(1000, 740));
-    EXPECT_EQ(fittedWindowSize(QSize(1000, 700), QSize(1366, 740)), QSize(1000, 700));
-    EXPECT_EQ(fittedWindowSize(QSize(1000, 700), QSize()), QSize(1000, 700)) << "no screen known";
+    const QSize laptop(1366, 740);
+    EXPECT_EQ(initialWindowPlacement(WindowPlacement{QSize(2400, 1500), true}, laptop), (WindowPlacement{laptop, true}));
+    EXPECT_EQ(initialWindowPlacement(WindowPlacement{QSize(1000, 700), false}, laptop),
+              (WindowPlacement{QSize(1000, 700), false}));
+    EXPECT_EQ(initialWindowPlacement(std::nullopt, laptop), (WindowPlacement{QSize(1280, 700), false}));
+    EXPECT_EQ(initialWindowPlacement(std::nullopt, QSize(1920, 1080)), (WindowPlacement{defaultWindowSize, false}));
+    EXPECT_EQ(initialWindowPlacement(std::nullopt, QSize()), (WindowPlacement{defaultWindowSize, false}))
+        << "no screen known";
 }
 
 // The size kept is the window's own, not the screen's it takes while maximised, whichever the
