@@ -7,7 +7,6 @@
 #include <QTimer>
 
 #include <chrono>
-
 #include <optional>
 #include <string_view>
 
