@@ -2,6 +2,7 @@
 
 #include <AL/al.h>
 #include <AL/alc.h>
+#include <AL/alext.h>
 #include <alsa/asoundlib.h>
 #include <sndfile.h>
 
@@ -15,6 +16,10 @@ namespace zelvaine {
 struct OpenAlPlayerFactory::Output {
     ALCdevice* device = nullptr;
     ALCcontext* context = nullptr;
+    // Absent where the library cannot pause a device; the output then never rests.
+    LPALCDEVICEPAUSESOFT pause = nullptr;
+    LPALCDEVICERESUMESOFT resume = nullptr;
+    bool resting = false;
 
     ~Output()
     {
@@ -112,9 +117,23 @@ bool OpenAlPlayerFactory::openOutput()
         if (!output->device) return;
         output->context = alcCreateContext(output->device, nullptr);
         if (!output->context || !alcMakeContextCurrent(output->context)) return;
+        if (alcIsExtensionPresent(output->device, "ALC_SOFT_pause_device")) {
+            output->pause =
+                reinterpret_cast<LPALCDEVICEPAUSESOFT>(alcGetProcAddress(output->device, "alcDevicePauseSOFT"));
+            output->resume =
+                reinterpret_cast<LPALCDEVICERESUMESOFT>(alcGetProcAddress(output->device, "alcDeviceResumeSOFT"));
+        }
         output_ = std::move(output);
     });
     return output_ != nullptr;
+}
+
+void OpenAlPlayerFactory::setOutputResting(bool resting)
+{
+    if (!output_ || !output_->pause || !output_->resume || output_->resting == resting) return;
+    if (resting) output_->pause(output_->device);
+    else output_->resume(output_->device);
+    output_->resting = resting;
 }
 
 std::unique_ptr<SoundPlayer> OpenAlPlayerFactory::open(const std::filesystem::path& file)

@@ -20,6 +20,8 @@ public:
     bool openOutput();
 
     std::unique_ptr<SoundPlayer> open(const std::filesystem::path& file) override;
+    // Pauses the device where OpenAL Soft can; its sources keep their state meanwhile.
+    void setOutputResting(bool resting) override;
 
 private:
     struct Output;

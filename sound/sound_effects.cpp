@@ -27,20 +27,23 @@ SoundEffects& SoundEffects::shared(const DefaultsStore& defaults)
 
 std::shared_ptr<SoundEffects> SoundEffects::create(const DefaultsStore& defaults,
                                                    std::shared_ptr<SoundPlayerFactory> playerFactory,
-                                                   std::optional<std::filesystem::path> resourceFolder)
+                                                   std::optional<std::filesystem::path> resourceFolder,
+                                                   std::chrono::milliseconds restAfter)
 {
     // Anything but a stored boolean, including a value of another type, means sounds on.
     const bool enabled = defaults.boolean(preferenceKeys::soundsEnabled).value_or(true);
-    std::shared_ptr<SoundEffects> effects(new SoundEffects(enabled, std::move(playerFactory), std::move(resourceFolder)));
+    std::shared_ptr<SoundEffects> effects(
+        new SoundEffects(enabled, std::move(playerFactory), std::move(resourceFolder), restAfter));
     effects->audioQueue_.post([raw = effects.get()] { raw->preloadPlayers(); });
     return effects;
 }
 
 SoundEffects::SoundEffects(bool enabled, std::shared_ptr<SoundPlayerFactory> playerFactory,
-                           std::optional<std::filesystem::path> resourceFolder)
+                           std::optional<std::filesystem::path> resourceFolder, std::chrono::milliseconds restAfter)
     : audioQueue_("zelvaine-sound"),
       playerFactory_(std::move(playerFactory)),
       resourceFolder_(std::move(resourceFolder)),
+      restAfter_(restAfter),
       isEnabled_(enabled)
 {}
 
@@ -91,6 +94,7 @@ void SoundEffects::preloadPlayers()
         }
         players_.insert_or_assign(std::string(cue), std::move(pool));
     }
+    restOutputLater();
 }
 
 void SoundEffects::playOnQueue(const std::string& name, float volume)
@@ -108,9 +112,11 @@ void SoundEffects::playOnQueue(const std::string& name, float volume)
     // Restarting cuts off a player that is still sounding: with a full pool the oldest sound
     // gives way to the newest.
     auto& player = *pool[chosen];
+    wakeOutput();
     player.setCurrentTime(0);
     player.setVolume(volume);
     player.play();
+    restOutputLater();
 }
 
 void SoundEffects::playDealOnQueue()
@@ -148,5 +154,23 @@ void SoundEffects::setEnabledOnQueue(bool enabled)
 }
 
 void SoundEffects::cancelPendingDealSound() { pendingDealSound_.reset(); }
+
+void SoundEffects::wakeOutput()
+{
+    if (!outputResting_) return;
+    playerFactory_->setOutputResting(false);
+    outputResting_ = false;
+}
+
+void SoundEffects::restOutputLater()
+{
+    restingOutput_ = audioQueue_.runAfter(restAfter_, [weakSelf = weak_from_this()] {
+        const auto self = weakSelf.lock();
+        if (!self) return;
+        self->restingOutput_.reset();
+        self->playerFactory_->setOutputResting(true);
+        self->outputResting_ = true;
+    });
+}
 
 } // namespace zelvaine

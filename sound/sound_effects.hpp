@@ -5,6 +5,7 @@
 #include "sound/sound_player.hpp"
 #include "store/defaults_store.hpp"
 
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
 #include <map>
@@ -27,9 +28,14 @@ public:
 
     // `resourceFolder` holds the "SoundEffects" folder of .caf files; without it every cue
     // is silent.
+    // The output rests once this long has passed without a sound: longer than any cue, and long
+    // enough that the quick runs of a game in play never wait for it to wake.
+    static constexpr std::chrono::milliseconds outputRestsAfter{10000};
+
     static std::shared_ptr<SoundEffects> create(const DefaultsStore& defaults,
                                                 std::shared_ptr<SoundPlayerFactory> playerFactory,
-                                                std::optional<std::filesystem::path> resourceFolder);
+                                                std::optional<std::filesystem::path> resourceFolder,
+                                                std::chrono::milliseconds restAfter = outputRestsAfter);
 
     SoundEffects(const SoundEffects&) = delete;
     SoundEffects& operator=(const SoundEffects&) = delete;
@@ -50,7 +56,7 @@ private:
     using PlayerPool = std::vector<std::unique_ptr<SoundPlayer>>;
 
     SoundEffects(bool enabled, std::shared_ptr<SoundPlayerFactory> playerFactory,
-                 std::optional<std::filesystem::path> resourceFolder);
+                 std::optional<std::filesystem::path> resourceFolder, std::chrono::milliseconds restAfter);
 
     void preloadPlayers();
     void playOnQueue(const std::string& name, float volume);
@@ -58,6 +64,8 @@ private:
     void playPlacementOnQueue();
     void setEnabledOnQueue(bool enabled);
     void cancelPendingDealSound();
+    void wakeOutput();
+    void restOutputLater();
 
     // Declared first so that it is destroyed last: the timers below belong to its context.
     SerialQueue audioQueue_;
@@ -69,6 +77,9 @@ private:
     std::map<std::string, PlayerPool, std::less<>> players_;
     std::map<std::string, std::size_t, std::less<>> nextPlayerIndex_;
     std::optional<DelayedWork> pendingDealSound_;
+    std::chrono::milliseconds restAfter_;
+    std::optional<DelayedWork> restingOutput_;
+    bool outputResting_ = false;
     bool isEnabled_;
 };
 

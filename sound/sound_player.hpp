@@ -25,6 +25,10 @@ public:
     // A player for the sound file, or nothing when the file cannot be played (no output
     // device, unreadable file, unsupported format). Failures are expected and stay silent.
     virtual std::unique_ptr<SoundPlayer> open(const std::filesystem::path& file) = 0;
+
+    // An open output keeps the sound server and the sound card awake even in silence: it rests
+    // while nothing sounds, and wakes before the next sound. Nothing to do without an output.
+    virtual void setOutputResting(bool) {}
 };
 
 } // namespace zelvaine

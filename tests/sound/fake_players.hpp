@@ -15,7 +15,8 @@ namespace zelvaine::testing {
 // What a fake player was asked to do, with the cue it was opened for and its place in
 // that cue's pool (in order of opening).
 struct PlayerEvent {
-    enum class Action { prepare, seek, volume, play, stop };
+    // The output's own events (rest, wake) carry the cue "output".
+    enum class Action { prepare, seek, volume, play, stop, rest, wake };
 
     std::string cue;
     int player = 0;
@@ -36,6 +37,13 @@ public:
         if (unplayable_.contains(cue)) return nullptr;
         std::lock_guard lock(log_->mutex);
         return std::make_unique<Player>(log_, cue, log_->opened[cue]++);
+    }
+
+    void setOutputResting(bool resting) override
+    {
+        std::lock_guard lock(log_->mutex);
+        log_->events.push_back({"output", 0, resting ? PlayerEvent::Action::rest : PlayerEvent::Action::wake, 0,
+                                std::chrono::steady_clock::now()});
     }
 
     std::vector<PlayerEvent> events() const

@@ -50,10 +50,11 @@ protected:
     }
 
     // Creates the sound player and waits until its pools are filled.
-    SoundEffects& start(std::set<std::string> unplayableCues = {})
+    SoundEffects& start(std::set<std::string> unplayableCues = {},
+                        std::chrono::milliseconds restAfter = SoundEffects::outputRestsAfter)
     {
         players_ = std::make_shared<FakePlayers>(std::move(unplayableCues));
-        effects_ = SoundEffects::create(defaults_, players_, folder_.path());
+        effects_ = SoundEffects::create(defaults_, players_, folder_.path(), restAfter);
         effects_->waitUntilIdle();
         return *effects_;
     }
@@ -206,6 +207,45 @@ TEST_F(SoundEffectsTest, APendingFanDoesNotOutliveItsSoundPlayer)
     effects_.reset();
     std::this_thread::sleep_for(kPastFanDelay);
     EXPECT_TRUE(players_->plays("card-fan-1").empty());
+}
+
+// The output rests once nothing has sounded for a while, and wakes before the next sound
+// rather than after it; a run of sounds keeps it awake.
+TEST_F(SoundEffectsTest, TheOutputRestsInSilenceAndWakesBeforeTheNextSound)
+{
+    constexpr auto restAfter = 150ms;
+    start({}, restAfter);
+    auto outputEvents = [this] {
+        std::vector<Action> found;
+        for (const auto& event : players_->events())
+            if (event.cue == "output" || event.action == Action::play) found.push_back(event.action);
+        return found;
+    };
+    auto restsWithin = [&](std::chrono::milliseconds limit) {
+        for (auto waited = 0ms; waited < limit; waited += 10ms) {
+            const auto events = outputEvents();
+            if (!events.empty() && events.back() == Action::rest) return true;
+            std::this_thread::sleep_for(10ms);
+        }
+        return false;
+    };
+    std::this_thread::sleep_for(restAfter / 2);
+    effects_->waitUntilIdle();
+    EXPECT_TRUE(outputEvents().empty()) << "awake for a while after the start";
+    ASSERT_TRUE(restsWithin(5s));
+    EXPECT_EQ(outputEvents(), std::vector{Action::rest});
+
+    for (int i = 0; i < 4; ++i) effects_->playPlacement();
+    effects_->waitUntilIdle();
+    EXPECT_EQ(outputEvents(),
+              (std::vector{Action::rest, Action::wake, Action::play, Action::play, Action::play, Action::play}));
+    ASSERT_TRUE(restsWithin(5s));
+
+    // Switched off, nothing sounds and nothing wakes the output.
+    effects_->setEnabled(false);
+    effects_->playPlacement();
+    effects_->waitUntilIdle();
+    EXPECT_EQ(outputEvents().back(), Action::rest);
 }
 
 TEST_F(SoundEffectsTest, OnlyAStoredFalseStartsWithSoundsOff)
