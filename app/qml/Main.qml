@@ -62,6 +62,29 @@ ApplicationWindow {
             // The bar lights the title under the pointer and forgets to put it out when a menu
             // closed by Escape leaves the pointer there and the pointer then goes elsewhere.
             onHoveredChanged: if (!hovered && !(menu && menu.visible)) highlighted = false
+            // A menu opened from the keyboard (Alt and its letter, F10, or the arrows from the
+            // menu beside it) lights its first command, as the desktop's other menus do, so that
+            // a screen reader says where the keys are. One opened by the pointer lights nothing.
+            HoverHandler {
+                id: pointerOver
+            }
+            Connections {
+                target: menuTitle.menu
+                function onOpened() {
+                    // The title's own hover follows the style's hover effects, which some
+                    // desktops turn off; the pointer's place does not.
+                    if (pointerOver.hovered) return;
+                    const menu = menuTitle.menu;
+                    for (let i = 0; i < menu.count; ++i) {
+                        const item = menu.itemAt(i) as MenuItem;
+                        if (item && item.enabled) {
+                            menu.currentIndex = i;
+                            item.forceActiveFocus(Qt.TabFocusReason);
+                            return;
+                        }
+                    }
+                }
+            }
         }
         background: Rectangle {
             implicitHeight: 26

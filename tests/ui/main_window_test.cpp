@@ -286,12 +286,32 @@ TEST_F(MainWindowTest, TheMenusOpenFromTheKeyboard)
     QTest::keyClick(window, Qt::Key_Escape);
     EXPECT_TRUE(QTest::qWaitFor([first] { return !first->property("visible").toBool(); }, 2000));
 
+    // Opened from the keyboard, a menu lights its first available command, for Return to play
+    // and a screen reader to say.
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
+    QObject* edit = menuTitled("&Edit");
     QTest::keyClick(window, Qt::Key_E, Qt::AltModifier);
-    QTest::qWait(300);
-    QTest::keyClick(window, Qt::Key_Down);
+    ASSERT_TRUE(QTest::qWaitFor([edit] { return edit->property("opened").toBool(); }, 2000));
+    EXPECT_EQ(edit->property("currentIndex").toInt(), 0);
     QTest::keyClick(window, Qt::Key_Return);
     EXPECT_EQ(store->state().moveCount, 0) << "Edit's first command, Undo";
+    ASSERT_TRUE(QTest::qWaitFor([edit] { return !edit->property("visible").toBool(); }, 2000));
+
+    // Opened by the pointer, it lights nothing until the pointer goes there.
+    auto* bar = window->findChild<QQuickItem*>("menuBar");
+    ASSERT_TRUE(bar);
+    QQuickItem* editTitle = nullptr;
+    for (QQuickItem* item : bar->findChildren<QQuickItem*>()) {
+        if (item->inherits("QQuickMenuBarItem") && item->property("text").toString() == "&Edit") editTitle = item;
+    }
+    ASSERT_TRUE(editTitle);
+    const QPoint title = editTitle->mapToScene(QPointF(editTitle->width() / 2, editTitle->height() / 2)).toPoint();
+    QTest::mouseMove(window, title);
+    QTest::qWait(50); // hover is delivered with the next frame
+    QTest::mouseClick(window, Qt::LeftButton, {}, title);
+    ASSERT_TRUE(QTest::qWaitFor([edit] { return edit->property("opened").toBool(); }, 2000));
+    EXPECT_EQ(edit->property("currentIndex").toInt(), -1);
+    QTest::keyClick(window, Qt::Key_Escape);
 }
 
 // Each key acts on every press, the second as surely as the first: a key bound twice would
