@@ -92,7 +92,7 @@ ApplicationWindow {
             Rectangle { anchors.bottom: parent.bottom; width: parent.width; height: 1; color: Qt.rgba(1, 1, 1, 0.08) }
         }
 
-        Menu {
+        FittedMenu {
             title: "&Zelvaine"
             ShortcutMenuItem {
                 objectName: "aboutItem"
@@ -125,7 +125,7 @@ ApplicationWindow {
                 }
             }
         }
-        Menu {
+        FittedMenu {
             title: qsTr("&File")
             ShortcutMenuItem {
                 objectName: "openGameMenuItem"
@@ -155,7 +155,7 @@ ApplicationWindow {
                 }
             }
         }
-        Menu {
+        FittedMenu {
             title: qsTr("&Edit")
             ShortcutMenuItem {
                 objectName: "undoMenuItem"
@@ -177,18 +177,9 @@ ApplicationWindow {
             }
         }
         // The solver's questions; each item turns into a way to stop while its answer is sought.
-        Menu {
+        FittedMenu {
             id: solverMenu
             title: qsTr("&Solver")
-            // As wide as its widest command: the style's fixed width cuts these titles short.
-            width: {
-                let widest = 200;
-                for (let i = 0; i < solverMenu.count; ++i) {
-                    const item = solverMenu.itemAt(i);
-                    if (item !== null) widest = Math.max(widest, item.implicitWidth);
-                }
-                return widest + solverMenu.leftPadding + solverMenu.rightPadding;
-            }
             ShortcutMenuItem {
                 objectName: "canBeWonMenuItem"
                 action: Action {
@@ -220,7 +211,7 @@ ApplicationWindow {
                 }
             }
         }
-        Menu {
+        FittedMenu {
             title: qsTr("&Help")
             ShortcutMenuItem {
                 objectName: "hintMenuItem"

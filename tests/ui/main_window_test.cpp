@@ -14,6 +14,7 @@
 
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
+#include <QQmlComponent>
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QSignalSpy>
@@ -218,6 +219,38 @@ TEST_F(MainWindowTest, MenusShowEachCommandsKey)
         EXPECT_LE(title->x() + title->property("contentWidth").toReal(), shown->x()) << name;
     }
     EXPECT_TRUE(menuText(window, "aboutItem", "menuItemKeys")->property("text").toString().isEmpty());
+}
+
+// A menu is as wide as its longest command with its key, as German ones need: the style's own
+// width cut "Wiederholen" short beside "Strg+Umschalt+Z".
+TEST_F(MainWindowTest, AMenuIsAsWideAsItsLongestCommand)
+{
+    open(testing::knownDeal());
+    QQmlComponent component(engine.get());
+    component.setData(R"(
+        import QtQuick
+        import QtQuick.Controls
+        import Zelvaine
+        FittedMenu {
+            ShortcutMenuItem { objectName: "short"; text: "Hilfe" }
+            ShortcutMenuItem {
+                objectName: "long"
+                action: Action { text: "Bis zur letzten gewinnbaren Stellung zurücknehmen"; shortcut: "Ctrl+Shift+L" }
+            }
+        })",
+                      QUrl());
+    std::unique_ptr<QObject> menu(
+        component.createWithInitialProperties({{"parent", QVariant::fromValue(window->contentItem())}}));
+    ASSERT_TRUE(menu) << component.errorString().toStdString();
+    QMetaObject::invokeMethod(menu.get(), "open");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return menu->property("opened").toBool(); }, 2000));
+    auto* item = menu->findChild<QQuickItem*>("long");
+    ASSERT_TRUE(item);
+    QQuickItem* title = item->findChild<QQuickItem*>("menuItemTitle");
+    QQuickItem* keys = item->findChild<QQuickItem*>("menuItemKeys");
+    ASSERT_TRUE(title && keys);
+    EXPECT_FALSE(title->property("truncated").toBool());
+    EXPECT_LE(title->x() + title->property("contentWidth").toReal(), keys->x());
 }
 
 // A fresh deal has nothing to restart, undo or redo (see above); a move and its undo change that.
