@@ -3,12 +3,11 @@
 // flush() that follows; and reading the file back at start. The files go to $TMPDIR (or /tmp), so point TMPDIR
 // at the disk to be measured.
 #include "store/sqlite_defaults_store.hpp"
+#include "tests/support/scratch_folder.hpp"
 
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -25,27 +24,11 @@ using zelvaine::SqliteDefaultsStore;
 constexpr std::size_t kSavedGameBytes = 8'500'000;
 constexpr const char* kKey = "zelvaine.saved-game.v1";
 
-class BenchmarkFolder {
-public:
-    BenchmarkFolder()
-    {
-        static std::atomic<int> counter{0};
-        path_ = std::filesystem::temp_directory_path() /
-                ("zelvaine-defaults-benchmark-" + std::to_string(getpid()) + "-" + std::to_string(counter++));
-        std::filesystem::create_directories(path_);
-    }
-    BenchmarkFolder(const BenchmarkFolder&) = delete;
-    BenchmarkFolder& operator=(const BenchmarkFolder&) = delete;
-    ~BenchmarkFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    std::filesystem::path file() const { return path_ / "defaults.sqlite3"; }
-
-private:
-    std::filesystem::path path_;
-};
+// The defaults file inside a scratch folder of its own.
+std::filesystem::path defaultsFile(const zelvaine::testing::ScratchFolder& folder)
+{
+    return folder.path() / "defaults.sqlite3";
+}
 
 // Differs from one call to the next, so that no write is skipped as unchanged.
 DefaultsData savedGame(std::uint32_t variant)
@@ -88,8 +71,8 @@ private:
 // The writer is idle when the value arrives, as it is between two moves of a player.
 void setSavedGameToAnIdleWriter(benchmark::State& state)
 {
-    BenchmarkFolder folder;
-    SqliteDefaultsStore store(folder.file());
+    zelvaine::testing::ScratchFolder folder;
+    SqliteDefaultsStore store(defaultsFile(folder));
     std::uint32_t variant = 0;
     Samples samples(state);
     for (auto _ : state) {
@@ -107,8 +90,8 @@ BENCHMARK(setSavedGameToAnIdleWriter)->UseManualTime()->Iterations(40)->Unit(ben
 // Moves faster than the disk: the writer is busy with the previous value.
 void setSavedGameToABusyWriter(benchmark::State& state)
 {
-    BenchmarkFolder folder;
-    SqliteDefaultsStore store(folder.file());
+    zelvaine::testing::ScratchFolder folder;
+    SqliteDefaultsStore store(defaultsFile(folder));
     std::uint32_t variant = 0;
     Samples samples(state);
     for (auto _ : state) {
@@ -125,8 +108,8 @@ BENCHMARK(setSavedGameToABusyWriter)->UseManualTime()->Iterations(40)->Unit(benc
 // save before; joining them is the writer's work.
 void setSavedGameAsPieces(benchmark::State& state)
 {
-    BenchmarkFolder folder;
-    SqliteDefaultsStore store(folder.file());
+    zelvaine::testing::ScratchFolder folder;
+    SqliteDefaultsStore store(defaultsFile(folder));
     constexpr std::size_t positions = 1000;
     zelvaine::DataPieces history;
     for (std::size_t i = 0; i < positions; ++i) {
@@ -150,8 +133,8 @@ BENCHMARK(setSavedGameAsPieces)->UseManualTime()->Iterations(40)->Unit(benchmark
 // How long flush() waits when it comes right after set(): one durable commit of the value.
 void flushAfterSettingSavedGame(benchmark::State& state)
 {
-    BenchmarkFolder folder;
-    SqliteDefaultsStore store(folder.file());
+    zelvaine::testing::ScratchFolder folder;
+    SqliteDefaultsStore store(defaultsFile(folder));
     std::uint32_t variant = 0;
     Samples samples(state);
     for (auto _ : state) {
@@ -168,16 +151,16 @@ BENCHMARK(flushAfterSettingSavedGame)->UseManualTime()->Iterations(20)->Unit(ben
 // game out of the store as the game store does when it restores.
 void openAndReadSavedGame(benchmark::State& state)
 {
-    BenchmarkFolder folder;
+    zelvaine::testing::ScratchFolder folder;
     {
-        SqliteDefaultsStore writer(folder.file());
+        SqliteDefaultsStore writer(defaultsFile(folder));
         writer.set(kKey, savedGame(1));
     }
     Samples samples(state);
     for (auto _ : state) {
         samples.start();
         {
-            SqliteDefaultsStore store(folder.file());
+            SqliteDefaultsStore store(defaultsFile(folder));
             benchmark::DoNotOptimize(store.data(kKey));
             samples.stop();
         }
