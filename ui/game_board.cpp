@@ -358,22 +358,21 @@ void GameBoard::activateFocus()
 
 void GameBoard::undo()
 {
-    const GameState before = store_.state();
-    store_.undo();
-    followArrival(before);
+    followArrival([this] { store_.undo(); });
 }
 
 void GameBoard::redo()
 {
-    const GameState before = store_.state();
-    store_.redo();
-    followArrival(before);
+    followArrival([this] { store_.redo(); });
 }
 
-void GameBoard::followArrival(const GameState& before)
+void GameBoard::followArrival(const std::function<void()>& change)
 {
-    // Only a ring on show moves: a player who plays with the pointer has none.
-    if (!focusShown_) return;
+    // Only a ring on show moves, so only then is the position kept to compare: a player who plays
+    // with the pointer has none.
+    if (!focusShown_) return change();
+    const GameState before = store_.state();
+    change();
     placeFocus(focusOnArrival(focus_, before, store_.state()));
 }
 

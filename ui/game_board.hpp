@@ -18,6 +18,8 @@
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
+#include <functional>
+
 namespace zelvaine {
 
 class CardDragController;
@@ -196,7 +198,8 @@ private:
     void publishChanges(std::optional<GameStoreProperty> property = std::nullopt);
     void showFocusAt(const KeyboardFocus& focus);
     void settleFocusAfterChange();
-    void followArrival(const GameState& before);
+    // Makes `change` and takes a shown ring to where its cards came back.
+    void followArrival(const std::function<void()>& change);
     // Moves the focus, shown or hidden as it is, and says so when it changed.
     void placeFocus(const KeyboardFocus& focus);
     void refreshPlaces();
