@@ -142,14 +142,18 @@ TEST(GameDocument, EachValidationStepRefusesTheGame)
          }},
         {"foundation skips a rank",
          [](Pair& p) {
-             // Ace, two, four of one suit on the first foundation.
+             // Ace, two, four of one suit on the first foundation, wherever the deal put them.
              const Suit suit = p.current.foundations[0][0].suit;
              for (Rank wanted : {Rank::two, Rank::four}) {
+                 auto wantedCard = [&](const PlayingCard& c) { return c.suit == suit && c.rank == wanted; };
+                 auto slot = std::ranges::find_if(p.current.hand, [&](const HandSlot& s) { return s && wantedCard(*s); });
+                 if (slot != p.current.hand.end()) {
+                     p.current.foundations[0].push_back(**slot);
+                     slot->reset();
+                     continue;
+                 }
                  for (auto& column : p.current.tableau) {
-                     auto found = std::ranges::find_if(column, [&](const PlayingCard& c) {
-                         return c.suit == suit && c.rank == wanted;
-                     });
-                     if (found != column.end()) {
+                     if (auto found = std::ranges::find_if(column, wantedCard); found != column.end()) {
                          p.current.foundations[0].push_back(*found);
                          column.erase(found);
                          break;
