@@ -72,8 +72,9 @@ ApplicationWindow {
                 target: menuTitle.menu
                 function onOpened() {
                     // The title's own hover follows the style's hover effects, which some
-                    // desktops turn off; the pointer's place does not.
-                    if (pointerOver.hovered) return;
+                    // desktops turn off; the pointer's place does not, but it comes a moment
+                    // after the hover that opens a menu when the pointer moves over from another.
+                    if (pointerOver.hovered || menuTitle.hovered) return;
                     const menu = menuTitle.menu;
                     for (let i = 0; i < menu.count; ++i) {
                         const item = menu.itemAt(i) as MenuItem;
@@ -84,6 +85,35 @@ ApplicationWindow {
                         }
                     }
                 }
+                // Qt's bar stays in its menu-open mode when Escape or a command closes a menu
+                // under a pointer resting on its title, and the next title the pointer crosses
+                // opens its menu by itself. The bar leaves that mode when its open title is
+                // triggered again; a click on the title does that itself, so only a close without
+                // one needs it.
+                function onAboutToShow() {
+                    menuTitle.triggeredWhileOpen = false;
+                }
+                function onClosed() {
+                    if (pointerOver.hovered) afterTheClose.start();
+                }
+            }
+            property bool triggeredWhileOpen: false
+            onTriggered: triggeredWhileOpen = true
+            // Looks once the click that may have closed the menu has reached the title.
+            Timer {
+                id: afterTheClose
+                interval: 0
+                onTriggered: menuTitle.leaveMenuMode()
+            }
+            function leaveMenuMode() {
+                if (!pointerOver.hovered || menuTitle.pressed || menuTitle.triggeredWhileOpen || !menuTitle.highlighted
+                        || menuTitle.menu.visible)
+                    return;
+                // Triggering the title gives it the keyboard; the board had it and keeps it.
+                const keeper = menuTitle.Window.activeFocusItem;
+                menuTitle.triggered();
+                menuTitle.highlighted = false;
+                if (keeper) keeper.forceActiveFocus();
             }
         }
         background: Rectangle {

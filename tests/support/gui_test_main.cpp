@@ -50,6 +50,8 @@ int main(int argc, char** argv)
     previousHandler = qInstallMessageHandler(failOnQmlWarnings);
     // The game's own style, so that the tests see the controls the player sees.
     QQuickStyle::setStyle("Fusion");
+    // Controls answer hover as on a desktop; the offscreen platform turns that off.
+    if (qEnvironmentVariableIsEmpty("QT_QUICK_CONTROLS_HOVER_ENABLED")) qputenv("QT_QUICK_CONTROLS_HOVER_ENABLED", "1");
     QGuiApplication application(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
     int result = RUN_ALL_TESTS();

@@ -333,18 +333,38 @@ TEST_F(MainWindowTest, TheMenusOpenFromTheKeyboard)
     // Opened by the pointer, it lights nothing until the pointer goes there.
     auto* bar = window->findChild<QQuickItem*>("menuBar");
     ASSERT_TRUE(bar);
-    QQuickItem* editTitle = nullptr;
-    for (QQuickItem* item : bar->findChildren<QQuickItem*>()) {
-        if (item->inherits("QQuickMenuBarItem") && item->property("text").toString() == "&Edit") editTitle = item;
-    }
-    ASSERT_TRUE(editTitle);
-    const QPoint title = editTitle->mapToScene(QPointF(editTitle->width() / 2, editTitle->height() / 2)).toPoint();
+    auto titleCentre = [bar](const QString& text) {
+        for (QQuickItem* item : bar->findChildren<QQuickItem*>()) {
+            if (item->inherits("QQuickMenuBarItem") && item->property("text").toString() == text)
+                return item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
+        }
+        ADD_FAILURE() << "no title " << text.toStdString();
+        return QPoint();
+    };
+    const QPoint title = titleCentre("&Edit");
     QTest::mouseMove(window, title);
     QTest::qWait(50); // hover is delivered with the next frame
     QTest::mouseClick(window, Qt::LeftButton, {}, title);
     ASSERT_TRUE(QTest::qWaitFor([edit] { return edit->property("opened").toBool(); }, 2000));
     EXPECT_EQ(edit->property("currentIndex").toInt(), -1);
+    // Closed by Escape under the resting pointer, the bar is done with its menus: the pointer
+    // passing over the next title does not open that one.
     QTest::keyClick(window, Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitFor([edit] { return !edit->property("visible").toBool(); }, 2000));
+    QTest::qWait(50);
+    QTest::mouseMove(window, titleCentre("&Solver"));
+    QTest::qWait(300);
+    EXPECT_FALSE(menuTitled("&Solver")->property("visible").toBool());
+    EXPECT_FALSE(window->activeFocusItem() && window->activeFocusItem()->inherits("QQuickMenuBarItem"))
+        << "the keyboard stays with the board";
+
+    // A second click on a title closes its menu.
+    QTest::mouseClick(window, Qt::LeftButton, {}, title);
+    ASSERT_TRUE(QTest::qWaitFor([edit] { return edit->property("opened").toBool(); }, 2000));
+    QTest::mouseClick(window, Qt::LeftButton, {}, title);
+    EXPECT_TRUE(QTest::qWaitFor([edit] { return !edit->property("visible").toBool(); }, 2000));
+    QTest::qWait(100);
+    EXPECT_FALSE(edit->property("visible").toBool()) << "the second click opened it again";
 }
 
 // Each key acts on every press, the second as surely as the first: a key bound twice would
