@@ -50,8 +50,10 @@ qml6-module-qtquick-dialogs, qml6-module-qtquick-layouts, qml6-module-qtquick-sh
 qml6-module-qtquick-window, qml6-module-qtqml-models, qml6-module-qtqml-workerscript, \
 qml6-module-qtcore, libqt6svg6")
 # Wayland sessions run the game natively with qt6-wayland (through XWayland without it); Qt's
-# own dialogs speak German with qt6-translations-l10n.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, qt6-translations-l10n")
+# own dialogs speak German with qt6-translations-l10n. On GNOME and the other GTK desktops,
+# qt6-gtk-platformtheme gives Share and Open the desktop's own file chooser instead of Qt's
+# plain one, where Return does not save a typed name.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, qt6-translations-l10n, qt6-gtk-platformtheme")
 
 # Debian wants the licences, a change log and a manual page with every package, the last two
 # compressed as its own tools do it.
