@@ -328,6 +328,31 @@ TEST_F(GameViewTest, TheKeyboardPlaysToo)
     EXPECT_EQ(board->focusKind(), Place::Kind::None);
 }
 
+// The keyboard is in one place at a time: a toolbar button the Tab key lit, or the ring.
+TEST_F(GameViewTest, TheKeyboardIsEitherOnTheToolbarOrOnTheTable)
+{
+    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
+    QQuickItem* undo = inWindow(window.get(), "undoButton");
+    ASSERT_TRUE(undo);
+    QTest::keyClick(window.get(), Qt::Key_Tab);
+    ASSERT_TRUE(undo->hasActiveFocus());
+
+    // An arrow takes the keyboard to the table, and Space then plays the ring's card, not Undo.
+    QTest::keyClick(window.get(), Qt::Key_Right);
+    EXPECT_EQ(board->focusKind(), Place::Kind::Column);
+    EXPECT_FALSE(undo->hasActiveFocus());
+    QTest::keyClick(window.get(), Qt::Key_Space);
+    EXPECT_EQ(store->state().moveCount, 1);
+    EXPECT_EQ(store->selection(), MoveSource::tableau(0, 8));
+
+    // Back on the toolbar the ring goes out, and Return presses the lit button.
+    QTest::keyClick(window.get(), Qt::Key_Tab);
+    ASSERT_TRUE(undo->hasActiveFocus());
+    EXPECT_EQ(board->focusKind(), Place::Kind::None);
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    EXPECT_EQ(store->state().moveCount, 0);
+}
+
 TEST_F(GameViewTest, TheMenuKeyOpensTheFocusedCardsMenu)
 {
     const auto menuItem = [&](const QString& name) { return visibleMenuItem(window.get(), "objectName", name); };

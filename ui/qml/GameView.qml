@@ -53,8 +53,15 @@ Item {
     }
 
     function moveFocus(direction) {
+        // An arrow that reaches the table from a toolbar button the Tab key left the keyboard
+        // on takes the keyboard along, so that one place is lit and Space plays the ring's card.
+        view.forceActiveFocus(Qt.OtherFocusReason);
         view.board.moveFocus(direction, boardGeometry.portrait, view.preferences.handOnRight);
     }
+
+    // And the Tab key taking the keyboard to the toolbar puts the ring out.
+    readonly property Item keyboardAt: Window.activeFocusItem
+    onKeyboardAtChanged: if ((keyboardAt as ToolbarButton) !== null) view.board.hideFocus()
 
     CardDragController {
         id: cardDrag

@@ -20,6 +20,9 @@ ToolButton {
     Accessible.ignored: !visible
     // Qt's buttons ignore an assistive tool's press; it is a click.
     Accessible.onPressAction: if (enabled) clicked()
+    // Return presses the button the Tab key lit, as Space does, rather than reaching the table.
+    Keys.onReturnPressed: if (enabled) clicked()
+    Keys.onEnterPressed: if (enabled) clicked()
     ToolTip.visible: isCompact && hovered
     ToolTip.text: text
 }
