@@ -59,9 +59,14 @@ Item {
         view.board.moveFocus(direction, boardGeometry.portrait, view.preferences.handOnRight);
     }
 
-    // And the Tab key taking the keyboard to the toolbar puts the ring out.
+    // And the Tab key taking the keyboard to the toolbar puts the ring out (a click on a button
+    // leaves it, for the next arrow).
     readonly property Item keyboardAt: Window.activeFocusItem
-    onKeyboardAtChanged: if ((keyboardAt as ToolbarButton) !== null) view.board.hideFocus()
+    onKeyboardAtChanged: {
+        const button = keyboardAt as ToolbarButton;
+        if (button && (button.focusReason === Qt.TabFocusReason || button.focusReason === Qt.BacktabFocusReason))
+            view.board.hideFocus();
+    }
 
     CardDragController {
         id: cardDrag
