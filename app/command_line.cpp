@@ -84,10 +84,12 @@ CommandLine readCommandLine(int argc, const char* const* argv, std::ostream& out
             result.quitAfterFirstFrame = true;
             continue;
         }
+#ifdef ZELVAINE_TEST_HOOKS
         if (argument == "--answer-yes") {
             result.answerYes = true;
             continue;
         }
+#endif
         constexpr std::string_view updateOption = "--update-configuration";
         if (argument.starts_with(updateOption)) {
             const std::string_view rest = argument.substr(updateOption.size());

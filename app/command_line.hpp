@@ -14,7 +14,8 @@ struct CommandLine {
     std::optional<std::string> updateConfiguration; // --update-configuration=FILE
     bool quitAfterFirstFrame = false;               // for the start-up benchmark
     // For tests of the whole program: every question the game asks is answered yes, as if the
-    // player had pressed Return. Not in --help: no player needs it.
+    // player had pressed Return. Not in --help, and only in builds with the tests: no player
+    // needs it.
     bool answerYes = false;
     std::optional<int> exitStatus; // set when the command line has been answered already
 };
