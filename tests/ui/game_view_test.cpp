@@ -587,6 +587,25 @@ TEST_F(GameViewTest, SharingAndOpeningAGame)
     ASSERT_TRUE(board->canShare());
     ASSERT_TRUE(board->exportGame(fileUrl(file)));
 
+    // Qt's own file panel, shown where the desktop has none, saves a typed name on Return.
+    click("gameTransferMenu");
+    QObject* share = nullptr;
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return (share = visibleMenuItem(window.get(), "objectName", "shareGameItem")); }, 2000));
+    QMetaObject::invokeMethod(share, "triggered");
+    QQuickItem* name = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            for (auto* field : window->findChildren<QQuickItem*>("fileNameTextField"))
+                if (field->isVisible()) name = field;
+            return name != nullptr;
+        },
+        2000));
+    name->setProperty("text", "typed.zelvaine");
+    name->forceActiveFocus();
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(scratch.path() / "typed.zelvaine"); }, 2000));
+
     board->openGame(fileUrl(file));
     ASSERT_EQ(board->confirmation(), Confirmation::Kind::OpenSharedGame);
     board->confirm();

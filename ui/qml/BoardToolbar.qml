@@ -140,6 +140,7 @@ RowLayout {
         Menu {
             id: transferMenu
             MenuItem {
+                objectName: "shareGameItem"
                 text: qsTr("Share Game")
                 icon.source: "qrc:/icons/mdi/export-variant.svg"
                 enabled: toolbar.board.canShare
@@ -198,6 +199,7 @@ RowLayout {
             defaultSuffix: "zelvaine"
             nameFilters: [qsTr("Zelvaine games (*.zelvaine)")]
             onAccepted: toolbar.board.exportGame(selectedFile) // qmllint disable unqualified
+            onVisibleChanged: if (visible) FileNameReturn.pressAcceptOnReturn(this)
         }
     }
 }
