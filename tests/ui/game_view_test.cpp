@@ -351,6 +351,16 @@ TEST_F(GameViewTest, TheKeyboardIsEitherOnTheToolbarOrOnTheTable)
     EXPECT_EQ(board->focusKind(), Place::Kind::None);
     QTest::keyClick(window.get(), Qt::Key_Return);
     EXPECT_EQ(store->state().moveCount, 0);
+
+    // Undo, with nothing left to undo, is off and hands the keyboard back to the table; a
+    // click on a button leaves it there, as on the desktop's toolbars.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view->hasActiveFocus(); }, 1000));
+    QTest::keyClick(window.get(), Qt::Key_Right);
+    board->redo();
+    click("undoButton");
+    EXPECT_EQ(store->state().moveCount, 0);
+    EXPECT_FALSE(undo->hasActiveFocus());
+    EXPECT_NE(board->focusKind(), Place::Kind::None);
 }
 
 TEST_F(GameViewTest, TheMenuKeyOpensTheFocusedCardsMenu)

@@ -59,13 +59,25 @@ Item {
         view.board.moveFocus(direction, boardGeometry.portrait, view.preferences.handOnRight);
     }
 
-    // And the Tab key taking the keyboard to the toolbar puts the ring out (a click on a button
-    // leaves it, for the next arrow).
+    // And the Tab key taking the keyboard to the toolbar puts the ring out. A lit button that
+    // turns off (Undo with nothing left to undo) drops the keyboard to the window around the
+    // table, where no key reaches the table; the table takes it back.
     readonly property Item keyboardAt: Window.activeFocusItem
     onKeyboardAtChanged: {
-        const button = keyboardAt as ToolbarButton;
-        if (button && (button.focusReason === Qt.TabFocusReason || button.focusReason === Qt.BacktabFocusReason))
-            view.board.hideFocus();
+        if ((keyboardAt as ToolbarButton) !== null) view.board.hideFocus();
+        else if (keyboardDropped()) takeTheKeyboardBack.start();
+    }
+    function keyboardDropped(): bool {
+        for (let around = view.parent; around !== null; around = around.parent) {
+            if (around === view.keyboardAt) return true;
+        }
+        return false;
+    }
+    // Once the change that dropped it is over: the keyboard's place must not move inside it.
+    Timer {
+        id: takeTheKeyboardBack
+        interval: 0
+        onTriggered: if (view.keyboardDropped()) view.forceActiveFocus(Qt.OtherFocusReason)
     }
 
     CardDragController {
