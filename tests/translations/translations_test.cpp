@@ -11,6 +11,7 @@
 #include "store/in_memory_defaults_store.hpp"
 #include "store/sound_cues.hpp"
 #include "tests/support/positions.hpp"
+#include "tests/support/quick_items.hpp"
 #include "ui/celebration.hpp"
 #include "ui/preferences_model.hpp"
 
@@ -46,6 +47,7 @@ namespace {
 using testing::card;
 using testing::cards;
 using testing::emptyBoard;
+using testing::findItem;
 
 // What installTranslations added goes again, so that every test starts in English.
 void uninstallTranslations()
@@ -180,16 +182,6 @@ TEST_F(Translations, EveryCoreTextComesOutGerman)
     }
 }
 
-// Items made by repeaters and stacks are found through the item tree, not the object tree.
-QQuickItem* findItem(QQuickItem* root, QLatin1String name)
-{
-    if (root->objectName() == name) return root;
-    for (QQuickItem* child : root->childItems()) {
-        if (QQuickItem* found = findItem(child, name)) return found;
-    }
-    return nullptr;
-}
-
 // Every text item under `root` whose text is cut.
 QStringList elidedTexts(QQuickItem* root)
 {
@@ -213,7 +205,7 @@ TEST_F(GermanSettings, EveryTextOfTheSettingsFits)
     model.setShowSettings(true);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
 
-    QQuickItem* stack = findItem(window->contentItem(), QLatin1String("settingsStack"));
+    QQuickItem* stack = findItem(window->contentItem(), "settingsStack");
     ASSERT_TRUE(stack);
     const auto look = [&](const char* name) {
         QTest::qWait(400); // the push
@@ -223,17 +215,15 @@ TEST_F(GermanSettings, EveryTextOfTheSettingsFits)
     };
     look("settings");
     // Each screen takes the settings' place and gives it back.
-    const auto showing = [&](const char* screen) {
-        return findItem(window->contentItem(), QLatin1String(screen)) != nullptr;
-    };
+    const auto showing = [&](const char* screen) { return findItem(window->contentItem(), screen) != nullptr; };
     for (const auto& [link, screen] :
          {std::pair{"privacyLink", "privacyPolicy"}, {"acknowledgementsLink", "acknowledgements"}}) {
-        QObject* found = findItem(window->contentItem(), QLatin1String(link));
+        QObject* found = findItem(window->contentItem(), link);
         ASSERT_TRUE(found) << link;
         QMetaObject::invokeMethod(found, "activated");
         ASSERT_TRUE(QTest::qWaitFor([&] { return showing(screen) && !stack->property("busy").toBool(); }, 2000));
         look(link);
-        QQuickItem* back = findItem(window->contentItem(), QLatin1String("infoBackButton"));
+        QQuickItem* back = findItem(window->contentItem(), "infoBackButton");
         ASSERT_TRUE(back);
         QMetaObject::invokeMethod(back, "clicked");
         ASSERT_TRUE(QTest::qWaitFor([&] { return !showing(screen) && showing(link); }, 2000));

@@ -8,6 +8,7 @@
 #include "store/saved_game.hpp"
 #include "tests/store/store_fakes.hpp"
 #include "tests/support/positions.hpp"
+#include "tests/support/quick_items.hpp"
 #include "tests/support/scratch_folder.hpp"
 #include "ui/card_drag_controller.hpp"
 #include "ui/game_board.hpp"
@@ -42,18 +43,9 @@ namespace {
 using testing::card;
 using testing::cards;
 
+using testing::findItem;
 using testing::kingsLeft;
 using testing::knownDeal;
-
-// Delegates made by repeaters are found through the item tree, not the object tree.
-QQuickItem* findItem(QQuickItem* root, const QString& name)
-{
-    if (root->objectName() == name) return root;
-    for (QQuickItem* child : root->childItems()) {
-        if (QQuickItem* found = findItem(child, name)) return found;
-    }
-    return nullptr;
-}
 
 // Menus, panels and questions live in the window's overlay, beside the board.
 QQuickItem* overlayRoot(QQuickWindow* window)

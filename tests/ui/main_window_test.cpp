@@ -8,6 +8,7 @@
 #include "store/in_memory_defaults_store.hpp"
 #include "tests/app/test_http_server.hpp"
 #include "tests/support/positions.hpp"
+#include "tests/support/quick_items.hpp"
 #include "ui/game_board.hpp"
 #include "ui/preferences_model.hpp"
 #include "ui/solver_commands.hpp"
@@ -35,6 +36,7 @@ namespace zelvaine {
 namespace {
 
 using testing::card;
+using testing::findItem;
 
 class MainWindowTest : public ::testing::Test {
 protected:
@@ -90,15 +92,6 @@ protected:
     std::unique_ptr<QQmlApplicationEngine> engine;
     QQuickWindow* window = nullptr;
 };
-
-QQuickItem* findItem(QQuickItem* root, const QString& name)
-{
-    if (root->objectName() == name) return root;
-    for (QQuickItem* child : root->childItems()) {
-        if (QQuickItem* found = findItem(child, name)) return found;
-    }
-    return nullptr;
-}
 
 // At the window's smallest size, and in a tall window that narrow, every place and every
 // toolbar button can be reached: nothing lies outside the window.
