@@ -179,20 +179,6 @@ TEST(MenuLookup, FindsTheFirstItemAndTheFirstMenuInBarOrder)
     EXPECT_EQ(ZelvaineMenuPruner::menuContaining(bar, "x", command), nullptr);
 }
 
-TEST(MenuRestrict, KeepsEachKindsItemsInItsOwnOrder)
-{
-    FakeMenuBar menus;
-    ZelvaineMenuPruner::restrict(menus.file, MenuKind::file());
-    EXPECT_EQ(menus.file.titles(), (Titles{"Open Game…", "New Game", "Restart Game"}));
-    ZelvaineMenuPruner::restrict(menus.edit, MenuKind::edit());
-    EXPECT_EQ(menus.edit.titles(), (Titles{"Undo", "Redo"}));
-    ZelvaineMenuPruner::restrict(menus.help, MenuKind::help());
-    EXPECT_EQ(menus.help.titles(), (Titles{"Hint"}));
-    auto& zoom = *menus.window.items()[1];
-    ZelvaineMenuPruner::restrict(menus.window, MenuKind::window({&zoom}));
-    EXPECT_EQ(menus.window.titles(), (Titles{"Zoom"}));
-}
-
 TEST(MenuRestrict, LeavesAMenuWithNothingToKeepAndAnAlreadyTrimmedMenuAlone)
 {
     FakeMenuBar menus;
