@@ -9,15 +9,6 @@ namespace {
 
 constexpr std::string_view aceId = "0A1B2C3D-4E5F-4071-8293-A4B5C6D7E8F9";
 
-TEST(CardJson, WritesSortedKeysAndUpperCaseId)
-{
-    const PlayingCard ace{*Uuid::parse(aceId), Suit::hearts, Rank::ace, 1};
-    EXPECT_EQ(toJson(ace), R"({"deck":1,"id":"0A1B2C3D-4E5F-4071-8293-A4B5C6D7E8F9","rank":1,"suit":"hearts"})");
-    auto back = playingCardFromJson(toJson(ace));
-    ASSERT_TRUE(back) << back.error().describe();
-    EXPECT_EQ(*back, ace);
-}
-
 TEST(CardJson, AcceptsAnyDeckAndEitherCaseOfId)
 {
     auto card =
@@ -67,30 +58,19 @@ INSTANTIATE_TEST_SUITE_P(
         BadCard{R"({"id":)", "not valid JSON (The JSON document has an improper structure: missing or superfluous "
                              "commas, braces, missing keys, etc.)"}));
 
-TEST(StateJson, RoundTripsADeal)
+// The bytes themselves are the golden encoding test's; here a whole deal comes back, empty hand
+// slots as null included.
+TEST(StateJson, RoundTripsADealWithEmptyHandSlotsAsNull)
 {
-    const GameState state = dealNewGame();
-    auto back = gameStateFromJson(toJson(state));
-    ASSERT_TRUE(back) << back.error().describe();
-    EXPECT_EQ(*back, state);
-}
-
-TEST(StateJson, EmptyHandSlotsAreNull)
-{
-    GameState state = testing::emptyBoard();
-    state.hand[1] = testing::card("7H");
+    GameState state = dealNewGame();
+    state.hand[0].reset();
+    state.hand[2].reset();
     state.moveCount = 12;
     const std::string json = toJson(state);
     EXPECT_NE(json.find(R"("hand":[null,{)"), std::string::npos) << json;
-    EXPECT_NE(json.find(R"(},null,null],"moveCount":12,)"), std::string::npos) << json;
-
     auto back = gameStateFromJson(json);
     ASSERT_TRUE(back) << back.error().describe();
-    ASSERT_EQ(back->hand.size(), 4U);
-    EXPECT_FALSE(back->hand[0]);
-    EXPECT_EQ(back->hand[1], state.hand[1]);
-    EXPECT_FALSE(back->hand[2]);
-    EXPECT_FALSE(back->hand[3]);
+    EXPECT_EQ(*back, state);
     EXPECT_EQ(toJson(*back), json);
 }
 
