@@ -18,6 +18,7 @@ namespace {
 
 using testing::DefaultsScratchFolder;
 using testing::readBytes;
+using testing::runSql;
 using testing::writeBytes;
 namespace fs = std::filesystem;
 
@@ -35,14 +36,6 @@ void writeGoodDatabase(const fs::path& file)
     SqliteDefaultsStore store(file);
     store.set("zelvaine.saved-game.v1", randomBytes(600 * 1024, 1));
     store.set("zelvaine.preferences.sounds-enabled", false);
-}
-
-void runSql(const fs::path& file, const char* sql)
-{
-    sqlite3* connection = nullptr;
-    sqlite3_open(file.c_str(), &connection);
-    ASSERT_EQ(sqlite3_exec(connection, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(connection);
-    sqlite3_close(connection);
 }
 
 std::vector<fs::path> keptAsideFiles(const fs::path& folder)

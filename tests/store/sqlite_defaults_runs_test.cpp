@@ -16,6 +16,7 @@ namespace zelvaine {
 namespace {
 
 using testing::DefaultsScratchFolder;
+using testing::runSql;
 namespace fs = std::filesystem;
 
 constexpr const char* kKey = "zelvaine.saved-game.v1";
@@ -53,14 +54,6 @@ std::int64_t count(const fs::path& file, const char* sql)
     sqlite3_finalize(statement);
     sqlite3_close(connection);
     return result;
-}
-
-void runSql(const fs::path& file, const std::string& sql)
-{
-    sqlite3* connection = nullptr;
-    ASSERT_EQ(sqlite3_open(file.c_str(), &connection), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(connection, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(connection);
-    sqlite3_close(connection);
 }
 
 // A game-like value: a head that changes, a history that grows, a tail.

@@ -2,6 +2,9 @@
 
 #include "tests/support/scratch_folder.hpp"
 
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -27,6 +30,15 @@ inline void writeBytes(const std::filesystem::path& path, const std::vector<std:
 {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
     out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+// Runs SQL on the file through a connection of its own, as another program would.
+inline void runSql(const std::filesystem::path& file, const std::string& sql)
+{
+    sqlite3* connection = nullptr;
+    ASSERT_EQ(sqlite3_open(file.c_str(), &connection), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(connection, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(connection);
+    sqlite3_close(connection);
 }
 
 } // namespace zelvaine::testing
