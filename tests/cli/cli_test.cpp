@@ -2,6 +2,7 @@
 
 #include "engine/state_json.hpp"
 #include "tests/support/positions.hpp"
+#include "tests/support/scratch_folder.hpp"
 
 #include <gtest/gtest.h>
 
@@ -32,14 +33,6 @@ std::string slurp(const fs::path& path)
 
 class Cli : public ::testing::Test {
 protected:
-    void SetUp() override
-    {
-        dir_ = fs::temp_directory_path() / ("zelvaine-cli-test-" + std::to_string(::getpid()) + "-" +
-                                            ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::create_directories(dir_);
-    }
-    void TearDown() override { fs::remove_all(dir_); }
-
     std::string save(const GameState& state, const std::string& name = "state.json")
     {
         return write(toJson(state), name);
@@ -64,7 +57,8 @@ protected:
         return result;
     }
 
-    fs::path dir_;
+    testing::ScratchFolder scratch_;
+    const fs::path& dir_ = scratch_.path();
 };
 
 GameState smallBoard()
