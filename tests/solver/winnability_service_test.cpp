@@ -1,7 +1,6 @@
 #include "solver/winnability_service.hpp"
 
 #include "engine/game_state.hpp"
-#include "engine/random_source.hpp"
 
 #include <gtest/gtest.h>
 
@@ -216,19 +215,6 @@ TEST(WinnabilityServiceTest, ALineIsSearchedAsOneRequestThatACancelStops)
     ASSERT_EQ(answers.size(), 2U);
     EXPECT_EQ(answers[1].generation, next);
     EXPECT_FALSE(answers[1].search);
-}
-
-TEST(WinnabilityServiceTest, TheRealSolverAnswersADeal)
-{
-    Inbox inbox;
-    WinnabilityService service([&](auto answer) { inbox.put(std::move(answer)); });
-    SeededRandom random(1);
-    const GameState deal = dealNewGame(random);
-    const auto generation = service.request(deal);
-    ASSERT_TRUE(inbox.waitFor(1));
-    const auto answer = inbox.answers().front();
-    EXPECT_EQ(answer.generation, generation);
-    EXPECT_EQ(answer.result.verdict, solver::solve(deal).verdict);
 }
 
 } // namespace
