@@ -145,8 +145,8 @@ QColor colourOf(QQuickItem* text)
 }
 
 // An unavailable command is drawn in the dimmed text colour, an available one in the bright one,
-// its key as well as its title.
-TEST_F(MainWindowTest, DisabledMenuItemsLookDisabled)
+// its key as well as its title; which are available follows the history.
+TEST_F(MainWindowTest, DisabledMenuItemsLookDisabledAndFollowTheHistory)
 {
     open(testing::knownDeal());
     ASSERT_FALSE(enabled("restartGameMenuItem"));
@@ -164,9 +164,17 @@ TEST_F(MainWindowTest, DisabledMenuItemsLookDisabled)
     EXPECT_LT(disabledKeys.lightnessF() * disabledKeys.alphaF(),
               availableKeys.lightnessF() * availableKeys.alphaF() - 0.1);
 
-    // The look follows the state.
+    // The look follows the state, and the state the history: a move, its undo back to the start,
+    // and a new move that clears what could be redone.
     ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
     EXPECT_EQ(colourOf(menuText(window, "undoMenuItem", "menuItemTitle")), available);
+    EXPECT_TRUE(enabled("restartGameMenuItem"));
+    EXPECT_FALSE(enabled("redoMenuItem"));
+    store->undo();
+    EXPECT_FALSE(enabled("restartGameMenuItem"));
+    EXPECT_TRUE(enabled("redoMenuItem"));
+    ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(0)));
+    EXPECT_FALSE(enabled("redoMenuItem"));
 }
 
 // The rules and the settings are windows of their own, which inherit nothing: they take the game
@@ -244,24 +252,6 @@ TEST_F(MainWindowTest, AMenuIsAsWideAsItsLongestCommand)
     ASSERT_TRUE(title && keys);
     EXPECT_FALSE(title->property("truncated").toBool());
     EXPECT_LE(title->x() + title->property("contentWidth").toReal(), keys->x());
-}
-
-// A fresh deal has nothing to restart, undo or redo (see above); a move and its undo change that.
-TEST_F(MainWindowTest, RestartUndoAndRedoFollowTheHistory)
-{
-    open(testing::knownDeal());
-    ASSERT_TRUE(store->move(MoveSource::tableau(0, 9), MoveDestination::tableau(4)));
-    EXPECT_TRUE(enabled("restartGameMenuItem"));
-    EXPECT_TRUE(enabled("undoMenuItem"));
-    EXPECT_FALSE(enabled("redoMenuItem"));
-
-    // Undone back to the start: the position equals the deal's again.
-    store->undo();
-    EXPECT_FALSE(enabled("restartGameMenuItem"));
-    EXPECT_TRUE(enabled("redoMenuItem"));
-    // A new move clears what could be redone.
-    ASSERT_TRUE(store->move(MoveSource::hand(0), MoveDestination::foundation(0)));
-    EXPECT_FALSE(enabled("redoMenuItem"));
 }
 
 TEST_F(MainWindowTest, APendingQuestionLocksTheCommands)
