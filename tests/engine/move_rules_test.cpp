@@ -198,6 +198,8 @@ TEST(RefusalReason, SameSentenceForWrongColourAndWrongRank)
               "nine must land on an opposite-color ten. eight of diamonds cannot accept it.");
 }
 
+// What a move leaves untouched, how it counts and whether it came from a foundation are the
+// random play test's to check on every step; these say where the cards go.
 TEST(ApplyMove, MovesAStringOfAnyLengthOntoItsParent)
 {
     GameState s = sampleBoard();
@@ -205,9 +207,6 @@ TEST(ApplyMove, MovesAStringOfAnyLengthOntoItsParent)
     const auto moved = expectMoved(applyMove(s, MoveSource::tableau(0, 1), MoveDestination::tableau(4)));
     EXPECT_EQ(moved.state.tableau[0], Pile{s.tableau[0][0]});
     EXPECT_EQ(moved.state.tableau[4], (Pile{s.tableau[4][0], s.tableau[0][1], s.tableau[0][2], s.tableau[0][3]}));
-    EXPECT_EQ(moved.state.moveCount, 21);
-    EXPECT_TRUE(moved.counted);
-    EXPECT_FALSE(moved.fromFoundation);
 }
 
 TEST(ApplyMove, KingStringFillsAnEmptyColumnEvenWithAFullHand)
@@ -256,12 +255,10 @@ TEST(ApplyMove, MovingOntoItsOwnPlaceIsIgnored)
               "That card is not available.");
 }
 
-TEST(ApplyMove, HandRearrangementExchangesWithoutCounting)
+TEST(ApplyMove, HandRearrangementExchangesSlots)
 {
     const GameState s = sampleBoard();
     const auto swapped = expectMoved(applyMove(s, MoveSource::hand(0), MoveDestination::hand(2)));
-    EXPECT_FALSE(swapped.counted);
-    EXPECT_EQ(swapped.state.moveCount, s.moveCount);
     EXPECT_EQ(swapped.state.hand[0], s.hand[2]);
     EXPECT_EQ(swapped.state.hand[2], s.hand[0]);
 
@@ -293,26 +290,15 @@ TEST(ApplyMove, FoundationCardsComeBackButNeverToAnotherFoundation)
     GameState s = sampleBoard();
     s.tableau[4] = cards("3H");
     const auto toColumn = expectMoved(applyMove(s, MoveSource::foundation(0), MoveDestination::tableau(4)));
-    EXPECT_TRUE(toColumn.fromFoundation);
-    EXPECT_EQ(toColumn.state.moveCount, 21);
     EXPECT_EQ(toColumn.state.foundations[0].size(), 1U);
 
     const auto toHand = expectMoved(applyMove(s, MoveSource::foundation(0), MoveDestination::hand()));
-    EXPECT_TRUE(toHand.fromFoundation);
     EXPECT_EQ(toHand.state.hand[1], s.foundations[0].back());
 
     GameState aceOnly = emptyBoard();
     aceOnly.foundations[0] = foundationUpTo("AS");
     EXPECT_EQ(reason(applyMove(aceOnly, MoveSource::foundation(0), MoveDestination::foundation(1))),
               "That foundation already has a card.");
-}
-
-TEST(ApplyMove, LeavesTheGivenPositionUntouched)
-{
-    const GameState s = sampleBoard();
-    const GameState copy = s;
-    expectMoved(applyMove(s, MoveSource::tableau(2, 0), MoveDestination::hand()));
-    EXPECT_EQ(s, copy);
 }
 
 TEST(ApplyMove, CountStopsAtItsLimit)
