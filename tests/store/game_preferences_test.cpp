@@ -11,28 +11,6 @@ namespace {
 namespace keys = preferenceKeys;
 using P = GamePreferencesProperty;
 
-TEST(GamePreferences, DefaultsWithAnEmptyStore)
-{
-    InMemoryDefaultsStore defaults;
-    testing::RecordingSoundCues sound;
-    const GamePreferences preferences(defaults, sound);
-    EXPECT_TRUE(preferences.showsHint());
-    EXPECT_TRUE(preferences.showsUndo());
-    EXPECT_TRUE(preferences.showsMoveMessages());
-    EXPECT_TRUE(preferences.soundsEnabled());
-    EXPECT_EQ(preferences.landscapeHandSide(), LandscapeHandSide::left);
-    EXPECT_EQ(preferences.gamesPlayed(), 0);
-    EXPECT_EQ(preferences.gamesWon(), 0);
-    EXPECT_EQ(preferences.gamesLost(), 0);
-    EXPECT_EQ(preferences.gameCenterEligibleWins(), 0);
-    EXPECT_FALSE(preferences.highScore());
-    EXPECT_FALSE(preferences.gameCenterBestMoveCount());
-    EXPECT_FALSE(preferences.showSettings());
-    EXPECT_FALSE(preferences.showsWinnability());
-    EXPECT_FALSE(preferences.winnableDealsOnly());
-    EXPECT_EQ(sound.cues, std::vector<std::string>{"enabled:1"});
-}
-
 TEST(GamePreferences, ValuesOfTheWrongTypeCountAsAbsent)
 {
     InMemoryDefaultsStore defaults;
