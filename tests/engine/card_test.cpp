@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <set>
-#include <unordered_set>
 
 namespace zelvaine {
 namespace {
@@ -85,39 +83,6 @@ TEST(FormatText, FillsNumberedPlaceholdersInAnyOrder)
     EXPECT_EQ(formatText("%2 then %1", {"a", "b"}), "b then a");
     EXPECT_EQ(formatText("100% of %1", {"x"}), "100% of x");
     EXPECT_EQ(formatText("%3 missing", {"x"}), "%3 missing");
-}
-
-TEST(TwoDeckSet, HoldsEveryCardTwiceInFixedOrder)
-{
-    const auto set = makeTwoDeckSet();
-    ASSERT_EQ(set.size(), 104U);
-    EXPECT_EQ(set[0].suit, Suit::clubs);
-    EXPECT_EQ(set[0].rank, Rank::ace);
-    EXPECT_EQ(set[0].deck, 0);
-    EXPECT_EQ(set[51].suit, Suit::spades);
-    EXPECT_EQ(set[51].rank, Rank::king);
-    EXPECT_EQ(set[51].deck, 0);
-    EXPECT_EQ(set[52].suit, Suit::clubs);
-    EXPECT_EQ(set[52].rank, Rank::ace);
-    EXPECT_EQ(set[52].deck, 1);
-    EXPECT_EQ(set[103].rank, Rank::king);
-    EXPECT_EQ(set[103].deck, 1);
-
-    std::map<Rank, int> perRank;
-    std::map<Suit, int> perSuit;
-    std::map<std::int64_t, int> perDeck;
-    std::unordered_set<Uuid> ids;
-    for (const auto& card : set) {
-        ++perRank[card.rank];
-        ++perSuit[card.suit];
-        ++perDeck[card.deck];
-        ids.insert(card.id);
-    }
-    for (const auto& [rank, count] : perRank) EXPECT_EQ(count, 8) << rawValue(rank);
-    for (const auto& [suit, count] : perSuit) EXPECT_EQ(count, 26) << rawValue(suit);
-    EXPECT_EQ(perDeck[0], 52);
-    EXPECT_EQ(perDeck[1], 52);
-    EXPECT_EQ(ids.size(), 104U);
 }
 
 TEST(Uuid, TextIsUpperCaseAndParsesEitherCase)
