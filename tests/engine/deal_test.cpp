@@ -40,20 +40,6 @@ void expectCard(const PlayingCard& card, Suit suit, Rank rank, std::int64_t deck
     EXPECT_EQ(card.deck, deck);
 }
 
-TEST(Deal, FillsTenColumnsOfTenAndTheHand)
-{
-    const GameState state = dealNewGame();
-    ASSERT_EQ(state.tableau.size(), 10U);
-    for (const auto& column : state.tableau) EXPECT_EQ(column.size(), 10U);
-    ASSERT_EQ(state.hand.size(), 4U);
-    for (const auto& slot : state.hand) EXPECT_TRUE(slot.has_value());
-    ASSERT_EQ(state.foundations.size(), 8U);
-    for (const auto& pile : state.foundations) EXPECT_TRUE(pile.empty());
-    EXPECT_EQ(state.moveCount, 0);
-    EXPECT_TRUE(isWellFormed(state));
-    EXPECT_FALSE(isWon(state));
-}
-
 TEST(Deal, TwoDealsShareNoCardId)
 {
     std::unordered_set<Uuid> first;
