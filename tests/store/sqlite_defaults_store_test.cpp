@@ -123,18 +123,6 @@ TEST(SqliteDefaultsStore, ARemovedKeyStaysAbsentAfterARestart)
     EXPECT_FALSE(reopened.value("zelvaine.test.removed"));
 }
 
-TEST(SqliteDefaultsStore, FlushMakesWritesVisibleToAnInstanceStartedLater)
-{
-    DefaultsScratchFolder folder;
-    SqliteDefaultsStore store(folder.file());
-    store.set("zelvaine.test.flushed", std::int64_t{42});
-    store.remove("zelvaine.test.flushed-removal");
-    store.flush();
-
-    SqliteDefaultsStore later(folder.file()); // the first one is still running
-    EXPECT_EQ(later.integer("zelvaine.test.flushed"), 42);
-}
-
 TEST(SqliteDefaultsStore, LargeValuesSurviveARestartWhole)
 {
     DefaultsScratchFolder folder;
