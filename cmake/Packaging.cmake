@@ -52,7 +52,7 @@ qml6-module-qtcore, libqt6svg6")
 # Wayland sessions run the game natively with qt6-wayland (through XWayland without it); Qt's
 # own dialogs speak German with qt6-translations-l10n. On GNOME and the other GTK desktops,
 # qt6-gtk-platformtheme gives Share and Open the desktop's own file chooser instead of Qt's
-# plain one, where Return does not save a typed name.
+# plain one.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, qt6-translations-l10n, qt6-gtk-platformtheme")
 
 # Debian wants the licences, a change log and a manual page with every package, the last two
