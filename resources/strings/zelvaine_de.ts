@@ -107,6 +107,22 @@
         <source>Winnability: %1</source>
         <translation>Gewinnbarkeit: %1</translation>
     </message>
+    <message>
+        <source>Replace “%1”?</source>
+        <translation>„%1“ ersetzen?</translation>
+    </message>
+    <message>
+        <source>A file of that name is already there. Replacing it loses what it holds.</source>
+        <translation>Eine Datei mit diesem Namen gibt es hier schon. Beim Ersetzen geht ihr Inhalt verloren.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
 </context>
 <context>
     <name>CardView</name>

@@ -570,27 +570,61 @@ TEST_F(GameViewTest, AWinShowsItsPanelOverADeafToolbarAndPlayAgainDeals)
     EXPECT_FALSE(item("winOverlay")->isVisible());
 }
 
-// Qt's own file panel, shown where the desktop has no file chooser, saves a typed name on Return.
-TEST_F(GameViewTest, QtsFilePanelSavesATypedNameOnReturn)
+// Qt's own file panel, shown where the desktop has no file chooser, saves a typed name on Return,
+// and the game asks before it replaces a file, as the desktop's choosers do.
+TEST_F(GameViewTest, QtsFilePanelSavesOnReturnAndAsksBeforeReplacing)
 {
+    const auto typed = scratch.path() / "typed.zelvaine";
+    const auto contents = [&] {
+        std::ifstream in(typed);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    // The name field of the panel once it shows, with `name` typed into it.
+    const auto panelWith = [&](const char* name) {
+        QQuickItem* field = nullptr;
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                for (auto* candidate : window->findChildren<QQuickItem*>("fileNameTextField"))
+                    if (candidate->isVisible()) field = candidate;
+                return field != nullptr;
+            },
+            2000));
+        if (field) {
+            field->setProperty("text", name);
+            field->forceActiveFocus();
+        }
+        return field != nullptr;
+    };
+    const auto share = [&] {
+        click("gameTransferMenu");
+        QObject* item = nullptr;
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return (item = visibleMenuItem(window.get(), "objectName", "shareGameItem")); }, 2000));
+        if (item) QMetaObject::invokeMethod(item, "triggered");
+    };
     ASSERT_TRUE(board->exportGame(fileUrl(scratch.path() / "first.zelvaine"))); // the panel opens here
-    click("gameTransferMenu");
-    QObject* share = nullptr;
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return (share = visibleMenuItem(window.get(), "objectName", "shareGameItem")); }, 2000));
-    QMetaObject::invokeMethod(share, "triggered");
-    QQuickItem* name = nullptr;
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] {
-            for (auto* field : window->findChildren<QQuickItem*>("fileNameTextField"))
-                if (field->isVisible()) name = field;
-            return name != nullptr;
-        },
-        2000));
-    name->setProperty("text", "typed.zelvaine");
-    name->forceActiveFocus();
+
+    share();
+    ASSERT_TRUE(panelWith("typed.zelvaine"));
     QTest::keyClick(window.get(), Qt::Key_Return);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(scratch.path() / "typed.zelvaine"); }, 2000));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(typed); }, 2000));
+
+    std::ofstream(typed) << "another game";
+    QObject* question = view->findChild<QObject*>("replaceQuestion");
+    ASSERT_TRUE(question);
+    const auto asked = [question] { return question->property("opened").toBool(); };
+    share();
+    ASSERT_TRUE(panelWith("typed.zelvaine"));
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor(asked, 2000));
+    EXPECT_EQ(contents(), "another game");
+    // Cancel goes back to the panel; Replace replaces.
+    QTest::keyClick(window.get(), Qt::Key_Escape);
+    ASSERT_TRUE(panelWith("typed.zelvaine"));
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor(asked, 2000));
+    QTest::keyClick(window.get(), Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return contents().starts_with("{"); }, 2000));
 }
 
 // The board judges a new position only once the store's operation is over, so it sees the

@@ -144,13 +144,8 @@ RowLayout {
                 text: qsTr("Share Game")
                 icon.source: "qrc:/icons/mdi/export-variant.svg"
                 enabled: toolbar.board.canShare
-                onTriggered: {
-                    saveDialog.active = true;
-                    // Each time where the last share went (or Documents, or home): a folder that exists.
-                    saveDialog.item.currentFolder = toolbar.board.gameFolder;
-                    saveDialog.item.selectedFile = toolbar.board.gameFolder + "/Zelvaine Game.zelvaine";
-                    saveDialog.item.open();
-                }
+                // Each time where the last share went (or Documents, or home): a folder that exists.
+                onTriggered: toolbar.openSharePanel(toolbar.board.gameFolder + "/Zelvaine Game.zelvaine")
             }
             MenuItem {
                 objectName: "openGameItem"
@@ -194,12 +189,65 @@ RowLayout {
         id: saveDialog
         active: false
         sourceComponent: FileDialog {
+            id: sharePanel
+            // Qt's own panel, where the desktop has no file chooser: the game asks before it
+            // replaces a file, as the desktop's choosers do themselves.
+            property bool qtsOwnPanel: false
             fileMode: FileDialog.SaveFile
             acceptLabel: qsTr("Save")
             defaultSuffix: "zelvaine"
             nameFilters: [qsTr("Zelvaine games (*.zelvaine)")]
-            onAccepted: toolbar.board.exportGame(selectedFile) // qmllint disable unqualified
-            onVisibleChanged: if (visible) FileNameReturn.pressAcceptOnReturn(this)
+            onVisibleChanged: if (visible) qtsOwnPanel = QtFilePanel.teach(sharePanel)
+            onAccepted: toolbar.share(sharePanel.selectedFile, qtsOwnPanel) // qmllint disable unqualified
         }
+    }
+    function openSharePanel(file: url) {
+        saveDialog.active = true;
+        const panel = saveDialog.item as FileDialog;
+        const name = String(QtFilePanel.fileUrl(file));
+        panel.currentFolder = name.substring(0, name.lastIndexOf("/"));
+        panel.selectedFile = name;
+        panel.open();
+    }
+    function share(file: url, askBeforeReplacing: bool) {
+        if (askBeforeReplacing && QtFilePanel.wouldReplace(file)) {
+            replaceQuestion.file = file;
+            replaceQuestion.open();
+        } else {
+            toolbar.board.exportGame(file);
+        }
+    }
+
+    GameDialog {
+        id: replaceQuestion
+        objectName: "replaceQuestion"
+        property url file
+        parent: Overlay.overlay
+        anchors.centerIn: parent
+        title: qsTr("Replace “%1”?").arg(decodeURIComponent(String(file).split("/").pop()))
+        Label {
+            text: qsTr("A file of that name is already there. Replacing it loses what it holds.")
+            wrapMode: Text.WordWrap
+            width: Math.min(420, implicitWidth)
+        }
+        footer: DialogButtonBox {
+            Button {
+                text: qsTr("Cancel")
+                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole // qmllint disable type
+                Accessible.onPressAction: clicked()
+            }
+            Button {
+                id: replaceButton
+                objectName: "replaceConfirm"
+                text: qsTr("Replace")
+                highlighted: true
+                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole // qmllint disable type
+                Accessible.onPressAction: clicked()
+            }
+        }
+        onOpened: replaceButton.forceActiveFocus()
+        onAccepted: toolbar.board.exportGame(file)
+        // Back to the panel, in the same folder with the same name, for another.
+        onRejected: toolbar.openSharePanel(file)
     }
 }

@@ -1,5 +1,7 @@
-#include "ui/file_name_return.hpp"
+#include "ui/qt_file_panel.hpp"
+#include "ui/shared_game_files.hpp"
 
+#include <QFileInfo>
 #include <QMetaObject>
 #include <QPointer>
 #include <QQuickItem>
@@ -44,22 +46,34 @@ private:
 
 } // namespace
 
-void FileNameReturn::pressAcceptOnReturn(QObject* dialog)
+bool QtFilePanel::teach(QObject* dialog)
 {
     // Qt's panel is not the dialog's child but the window's, as popups are.
     auto* window = dialog ? qobject_cast<QQuickWindow*>(dialog->property("parentWindow").value<QObject*>()) : nullptr;
-    if (window == nullptr) return;
+    if (window == nullptr) return false;
+    bool found = false;
     for (auto* field : window->findChildren<QQuickItem*>(QStringLiteral("fileNameTextField"))) {
-        if (!field->isVisible() || field->findChild<AcceptOnReturn*>() != nullptr) continue;
+        if (!field->isVisible()) continue;
         QObject* panel = field->parent();
         while (panel != nullptr && !panel->inherits("QQuickDialog")) panel = panel->parent();
         if (panel == nullptr) continue;
+        found = true;
+        if (field->findChild<AcceptOnReturn*>() != nullptr) continue;
         // Queued: the field hands its text to the panel when editing finishes, just after Return.
         QObject::connect(field, SIGNAL(accepted()), new AcceptOnReturn(field, panel), SLOT(press()),
                          Qt::QueuedConnection);
     }
+    return found;
 }
+
+bool QtFilePanel::wouldReplace(const QUrl& file)
+{
+    const QString path = localPath(file);
+    return !path.isEmpty() && QFileInfo::exists(path);
+}
+
+QUrl QtFilePanel::fileUrl(const QUrl& file) { return QUrl::fromLocalFile(localPath(file)); }
 
 } // namespace zelvaine
 
-#include "file_name_return.moc"
+#include "qt_file_panel.moc"
