@@ -5,14 +5,6 @@
 namespace zelvaine {
 namespace {
 
-std::optional<std::int64_t> integer(const DefaultsStore& defaults, std::string_view key)
-{
-    const auto value = defaults.value(key);
-    if (!value) return std::nullopt;
-    if (const auto* number = std::get_if<std::int64_t>(&*value)) return *number;
-    return std::nullopt;
-}
-
 // Larger than any screen made: a value beyond it was not written by this game.
 constexpr std::int64_t largestSide = 1 << 15;
 
@@ -25,15 +17,12 @@ bool maximizedOrFullScreen(const QWindow& window)
 
 std::optional<WindowPlacement> loadWindowPlacement(const DefaultsStore& defaults)
 {
-    const auto width = integer(defaults, keys::windowWidth);
-    const auto height = integer(defaults, keys::windowHeight);
+    const auto width = defaults.integer(keys::windowWidth);
+    const auto height = defaults.integer(keys::windowHeight);
     if (!width || !height || *width <= 0 || *height <= 0 || *width > largestSide || *height > largestSide)
         return std::nullopt;
-    bool maximized = false;
-    if (const auto value = defaults.value(keys::windowMaximized)) {
-        if (const auto* flag = std::get_if<bool>(&*value)) maximized = *flag;
-    }
-    return WindowPlacement{QSize(static_cast<int>(*width), static_cast<int>(*height)), maximized};
+    return WindowPlacement{QSize(static_cast<int>(*width), static_cast<int>(*height)),
+                           defaults.boolean(keys::windowMaximized).value_or(false)};
 }
 
 void saveWindowPlacement(DefaultsStore& defaults, const WindowPlacement& placement)
