@@ -116,10 +116,6 @@
         <translation>Eine Datei mit diesem Namen gibt es hier schon. Beim Ersetzen geht ihr Inhalt verloren.</translation>
     </message>
     <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
         <source>Replace</source>
         <translation>Ersetzen</translation>
     </message>
@@ -326,6 +322,13 @@
     <message>
         <source>Foundation %1</source>
         <translation>Ablagestapel %1</translation>
+    </message>
+</context>
+<context>
+    <name>QuestionDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>

@@ -218,34 +218,15 @@ RowLayout {
         }
     }
 
-    GameDialog {
+    QuestionDialog {
         id: replaceQuestion
         objectName: "replaceQuestion"
         property url file
         parent: Overlay.overlay
-        anchors.centerIn: parent
         title: qsTr("Replace “%1”?").arg(decodeURIComponent(String(file).split("/").pop()))
-        Label {
-            text: qsTr("A file of that name is already there. Replacing it loses what it holds.")
-            wrapMode: Text.WordWrap
-            width: Math.min(420, implicitWidth)
-        }
-        footer: DialogButtonBox {
-            Button {
-                text: qsTr("Cancel")
-                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole // qmllint disable type
-                Accessible.onPressAction: clicked()
-            }
-            Button {
-                id: replaceButton
-                objectName: "replaceConfirm"
-                text: qsTr("Replace")
-                highlighted: true
-                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole // qmllint disable type
-                Accessible.onPressAction: clicked()
-            }
-        }
-        onOpened: replaceButton.forceActiveFocus()
+        message: qsTr("A file of that name is already there. Replacing it loses what it holds.")
+        confirmText: qsTr("Replace")
+        confirmName: "replaceConfirm"
         onAccepted: toolbar.board.exportGame(file)
         // Back to the panel, in the same folder with the same name, for another.
         onRejected: toolbar.openSharePanel(file)
